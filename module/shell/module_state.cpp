@@ -1,0 +1,9 @@
+#include "module/shell/module_state.h"
+
+namespace sorvanix {
+
+constinit HostApi hostApi = {};
+constinit char pluginPath[kPluginPathCapacity] = {};
+constinit void* fractalWeights = nullptr;
+
+}  // namespace sorvanix
