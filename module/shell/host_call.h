@@ -1,4 +1,5 @@
-// How the module calls its host: one function that tolerates tables and operations that are missing.
+// How the module calls its host: one function that tolerates tables and operations that are
+// missing.
 #pragma once
 
 #include <type_traits>

@@ -18,7 +18,7 @@ inline HostFilename* emptyOf(const FilenameTable* table) noexcept {
 }
 
 /// A handle that is freed with its table's `free`, unless it is the table's shared empty object.
-template <class Handle, class Table, const Table* HostApi::* table>
+template <class Handle, class Table, const Table* HostApi::*table>
 class OwnedText {
  public:
   OwnedText() noexcept : handle_(emptyOf(hostApi.*table)) {}
@@ -56,8 +56,8 @@ using OwnedFilename = detail::OwnedText<HostFilename, FilenameTable, &HostApi::f
 /// A host string from zero-terminated UTF-8.
 inline OwnedString hostStringFromChars(const char* chars) noexcept {
   constexpr std::int32_t kUpToTerminator = -1;
-  return OwnedString(hostCall(hostApi.string, &StringTable::createFromChars, nullptr, chars,
-                              kUpToTerminator));
+  return OwnedString(
+      hostCall(hostApi.string, &StringTable::createFromChars, nullptr, chars, kUpToTerminator));
 }
 
 inline OwnedString hostStringConcatenate(const OwnedString& first,

@@ -16,8 +16,8 @@ extern HostApi hostApi;
 inline constexpr std::size_t kPluginPathCapacity = 1024;
 extern char pluginPath[kPluginPathCapacity];
 
-/// The host's per-octave weights (FractalWeightsSize bytes); null before start and when the host had
-/// no memory for them.
+/// The host's per-octave weights (FractalWeightsSize bytes); null before start and when the host
+/// had no memory for them.
 extern void* fractalWeights;
 
 }  // namespace sorvanix

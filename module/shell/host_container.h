@@ -1,0 +1,61 @@
+// Host operations on keyed containers, the payload of messages. A null container holds nothing.
+#pragma once
+
+#include "module/shell/host_call.h"
+
+namespace sorvanix {
+
+inline constexpr std::int32_t kNoKey = -1;
+
+/// The index of a key, or -1 when the container does not hold it.
+inline std::int32_t hostContainerFind(const HostContainer* container, std::int32_t key) noexcept {
+  return hostCall(hostApi.container, &ContainerTable::find, -1, container, key);
+}
+
+/// The key at an index, or kNoKey past the end.
+inline std::int32_t hostContainerKeyAt(const HostContainer* container,
+                                       std::int32_t index) noexcept {
+  return hostCall(hostApi.container, &ContainerTable::keyAt, kNoKey, container, index);
+}
+
+inline std::int32_t hostContainerGetBool(const HostContainer* container, std::int32_t key,
+                                         std::int32_t def) noexcept {
+  if (hostContainerFind(container, key) < 0) return def;
+  return hostCall(hostApi.container, &ContainerTable::getBool, def, container, key, def);
+}
+inline Word hostContainerGetInt(const HostContainer* container, std::int32_t key,
+                                Word def) noexcept {
+  if (hostContainerFind(container, key) < 0) return def;
+  return hostCall(hostApi.container, &ContainerTable::getInt, def, container, key, def);
+}
+inline float hostContainerGetFloat(const HostContainer* container, std::int32_t key,
+                                   float def) noexcept {
+  if (hostContainerFind(container, key) < 0) return def;
+  return hostCall(hostApi.container, &ContainerTable::getFloat, def, container, key, def);
+}
+inline Vector hostContainerGetVector(const HostContainer* container, std::int32_t key,
+                                     const Vector& def) noexcept {
+  Vector value = def;
+  if (hostContainerFind(container, key) >= 0) {
+    hostCall(hostApi.container, &ContainerTable::getVector, container, key, &def, &value);
+  }
+  return value;
+}
+
+inline void hostContainerSetBool(HostContainer* container, std::int32_t key,
+                                 std::int32_t value) noexcept {
+  hostCall(hostApi.container, &ContainerTable::setBool, container, key, value);
+}
+inline void hostContainerSetInt(HostContainer* container, std::int32_t key, Word value) noexcept {
+  hostCall(hostApi.container, &ContainerTable::setInt, container, key, value);
+}
+inline void hostContainerSetFloat(HostContainer* container, std::int32_t key,
+                                  float value) noexcept {
+  hostCall(hostApi.container, &ContainerTable::setFloat, container, key, value);
+}
+inline void hostContainerSetVector(HostContainer* container, std::int32_t key,
+                                   const Vector& value) noexcept {
+  hostCall(hostApi.container, &ContainerTable::setVector, container, key, &value);
+}
+
+}  // namespace sorvanix

@@ -1,0 +1,36 @@
+// Host operations that store and restore typed values of a document, in order.
+//
+// Writes and reads answer nonzero on success; a failed read leaves its destination alone.
+#pragma once
+
+#include "module/shell/host_call.h"
+
+namespace sorvanix {
+
+inline std::int32_t hostWriteInt(HostStream* stream, std::int32_t value) noexcept {
+  return hostCall(hostApi.stream, &StreamTable::writeInt, 0, stream, value);
+}
+inline std::int32_t hostWriteFloat(HostStream* stream, float value) noexcept {
+  return hostCall(hostApi.stream, &StreamTable::writeFloat, 0, stream, value);
+}
+inline std::int32_t hostWriteBool(HostStream* stream, std::int32_t value) noexcept {
+  return hostCall(hostApi.stream, &StreamTable::writeBool, 0, stream, value);
+}
+inline std::int32_t hostWriteVector(HostStream* stream, const Vector& value) noexcept {
+  return hostCall(hostApi.stream, &StreamTable::writeVector, 0, stream, &value);
+}
+
+inline std::int32_t hostReadInt(HostStream* stream, std::int32_t* value) noexcept {
+  return hostCall(hostApi.stream, &StreamTable::readInt, 0, stream, value);
+}
+inline std::int32_t hostReadFloat(HostStream* stream, float* value) noexcept {
+  return hostCall(hostApi.stream, &StreamTable::readFloat, 0, stream, value);
+}
+inline std::int32_t hostReadBool(HostStream* stream, std::int32_t* value) noexcept {
+  return hostCall(hostApi.stream, &StreamTable::readBool, 0, stream, value);
+}
+inline std::int32_t hostReadVector(HostStream* stream, Vector* value) noexcept {
+  return hostCall(hostApi.stream, &StreamTable::readVector, 0, stream, value);
+}
+
+}  // namespace sorvanix

@@ -1,0 +1,132 @@
+// What a shader is, as data: its fields, how they are stored and exchanged, and the words of its
+// registration.
+//
+// Each shader declares one ShaderTable; the interpreters beside this file (block, persistence,
+// exchange) and the generator of shaders.json do the rest. A field is named in its Field row, and
+// once more where the order of a saved file differs from that of the block.
+#pragma once
+
+#include <sorvanix/host_api.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <span>
+
+namespace sorvanix {
+
+/// How a field is held in a block, and in a saved file.
+enum class ValueKind : std::uint8_t {
+  Int,    ///< int32
+  Bool,   ///< int32, 0 or 1 in files
+  Float,  ///< 32-bit float
+  Vector  ///< three 32-bit floats
+};
+
+/// One named value of an integer field.
+struct Choice {
+  std::int32_t value;
+  const char* name;   ///< as materials write it
+  const char* label;  ///< as dialogs and the manual show it
+};
+
+/// What Alloc stores into a field. Fields without one stay as the allocator cleared them.
+struct InitialValue {
+  bool given = false;
+  std::int32_t integer = 0;
+  Vector real = {};
+};
+
+constexpr InitialValue Initially(int value) { return {true, value, {}}; }
+constexpr InitialValue Initially(float value) { return {true, 0, {value, 0, 0}}; }
+constexpr InitialValue Initially(float x, float y, float z) { return {true, 0, {x, y, z}}; }
+
+/// What a dialog keeps a value within, in the units of the block. Files and messages may hold
+/// others.
+struct Limits {
+  double minimum = -std::numeric_limits<double>::infinity();
+  double maximum = std::numeric_limits<double>::infinity();
+  double step = 0;
+  constexpr bool given() const { return step > 0; }
+};
+
+/// How people read a value.
+enum class Unit : std::uint8_t { None, Percent, Degrees, Colour };
+
+inline constexpr std::int32_t kNotExchanged = 0;
+
+/// One field of a parameter block.
+struct Field {
+  std::uint32_t offset;  ///< in bytes from the start of the block
+  const char* name;      ///< as the block and materials call it
+  ValueKind kind;
+  InitialValue initial = {};
+  bool compared = false;  ///< takes part in Compare
+
+  // Only fields with a key are parameters that people set; the others are state.
+  std::int32_t key = kNotExchanged;
+  std::int32_t describeAs = DescribeReal;  ///< the type word of MessageDescribeParameters
+  const char* label = nullptr;
+  const char* help = nullptr;  ///< one sentence for the manual
+  Limits limits = {};
+  Unit unit = Unit::None;
+  std::span<const Choice> choices = {};
+};
+
+/// The first columns of a field's row, and the two columns that place a saved value.
+#define SORVANIX_MEMBER(Block, kind_, member)                                     \
+  .offset = static_cast<std::uint32_t>(offsetof(Block, member)), .name = #member, \
+  .kind = ValueKind::kind_
+#define SORVANIX_PLACE(Block, kind_, member) ValueKind::kind_, offsetof(Block, member)
+
+inline constexpr std::uint32_t kNoMember = std::numeric_limits<std::uint32_t>::max();
+inline constexpr std::int32_t kEveryLaterMarker = std::numeric_limits<std::int32_t>::max();
+
+/// One value of the saved form, in file order. Build rows with Stored, StoredSince and
+/// StoredOnlyIn.
+struct StoredItem {
+  ValueKind kind;
+  std::uint32_t offset;      ///< the field, or kNoMember for a value that is read and dropped
+  std::int32_t firstMarker;  ///< files with a marker from here on hold the value
+  std::int32_t lastMarker;
+  bool written;  ///< false for values that only old files hold
+};
+
+/// A value that every file with this shader's form holds.
+constexpr StoredItem Stored(ValueKind kind, std::size_t offset) {
+  return {kind, static_cast<std::uint32_t>(offset), std::numeric_limits<std::int32_t>::min(),
+          kEveryLaterMarker, true};
+}
+
+/// A value that the version with this marker introduced.
+constexpr StoredItem StoredSince(std::int32_t marker, ValueKind kind, std::size_t offset) {
+  return {kind, static_cast<std::uint32_t>(offset), marker, kEveryLaterMarker, true};
+}
+
+/// A value that one version alone wrote: read to stay in step, and dropped.
+constexpr StoredItem StoredOnlyIn(std::int32_t marker, ValueKind kind) {
+  return {kind, kNoMember, marker, marker, false};
+}
+
+enum class ShaderCategory : std::uint8_t { Generator, Surface, Filter };
+
+/// All that is data about one shader.
+struct ShaderTable {
+  std::int32_t pluginId;
+  const char* name;
+  ShaderCategory category;
+  const char* summary;  ///< one sentence for lists and the manual
+  std::uint32_t infoWord = 0;
+
+  std::uint32_t blockSize = 0;  ///< in bytes; 0 for a shader without parameters
+  std::uint32_t nestedOffset = kNoMember;
+  std::span<const Field> fields = {};
+
+  std::int32_t marker = 0;  ///< of the saved form that Write stores
+  std::span<const StoredItem> stored = {};
+
+  std::int32_t slotStride = 0;  ///< size of one ThreadSlot in bytes; 0 for a shader without slots
+  const char* slotFailureText = nullptr;
+};
+
+}  // namespace sorvanix

@@ -1,0 +1,32 @@
+#include "module/shell/thread_slots.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "module/shell/host_core.h"
+#include "module/shell/host_text.h"
+
+namespace sorvanix {
+
+std::int32_t MakeSlots(const ShaderTable& table, ShaderInstance* instance,
+                       const RenderInit* init) noexcept {
+  // Asked once: the count is constant during a render, and the array must fit what the loops use.
+  const std::int32_t count = std::max(hostCpuCount(init->render), 1);
+  const std::size_t size =
+      static_cast<std::size_t>(count) * static_cast<std::size_t>(table.slotStride);
+  hostFree(instance->slots);
+  instance->slots = hostAlloc(size);
+  if (instance->slots == nullptr) {
+    hostMessageDialog(hostStringFromChars(table.slotFailureText).get(), MessageDialogFlags);
+    return 0;
+  }
+  std::memset(instance->slots, 0, size);
+  return count;
+}
+
+void FreeSlots(ShaderInstance* instance) noexcept {
+  hostFree(instance->slots);
+  instance->slots = nullptr;
+}
+
+}  // namespace sorvanix

@@ -1,0 +1,330 @@
+#include "tests/support/fake_host.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+namespace sorvanix::test {
+
+thread_local std::int32_t FakeHost::cpuIndex = 0;
+
+namespace {
+
+FakeHost* current = nullptr;
+
+// Strings and filenames are the same thing here: a text.
+struct FakeText {
+  std::string text;
+};
+FakeText emptyText;
+
+template <class Handle>
+Handle* ToHandle(FakeText* text) {
+  return reinterpret_cast<Handle*>(text);
+}
+template <class Handle>
+const std::string& TextOf(const Handle* handle) {
+  return handle == nullptr ? emptyText.text : reinterpret_cast<const FakeText*>(handle)->text;
+}
+
+std::string Quoted(const std::string& text) { return "\"" + text + "\""; }
+
+}  // namespace
+
+// The functions of the tables; a struct so that FakeHost can befriend them at once.
+struct FakeTables {
+  static void Record(const std::string& call) { FakeHost::Current().calls.push_back(call); }
+
+  template <class Handle>
+  static Handle* NewText(const std::string& text) {
+    ++FakeHost::Current().liveTexts_;
+    return ToHandle<Handle>(new FakeText{text});
+  }
+  template <class Handle>
+  static void FreeText(Handle* handle) {
+    auto* text = reinterpret_cast<FakeText*>(handle);
+    if (text == nullptr || text == &emptyText) return;
+    --FakeHost::Current().liveTexts_;
+    delete text;
+  }
+
+  static void* Alloc(std::size_t size) noexcept {
+    FakeHost& host = FakeHost::Current();
+    host.calls.push_back("alloc(" + std::to_string(size) + ")");
+    if (host.failAllocation > 0 && --host.failAllocation == 0) return nullptr;
+    ++host.liveBlocks_;
+    return std::calloc(1, size == 0 ? 1 : size);
+  }
+  static void Free(void* block) noexcept {
+    if (block == nullptr) return;
+    --FakeHost::Current().liveBlocks_;
+    FakeHost::Current().calls.push_back("free");
+    std::free(block);
+  }
+  static void MessageDialog(const HostString* text, std::int32_t flags) noexcept {
+    FakeHost::Current().messages.push_back(TextOf(text));
+    Record("messageDialog(" + Quoted(TextOf(text)) + ", " + std::to_string(flags) + ")");
+  }
+  static std::int32_t RegisterPlugin(std::int32_t pluginApi, std::int32_t type, std::int32_t id,
+                                     const HostString* name, const ShaderRecord* record,
+                                     std::int32_t size) noexcept {
+    FakeHost& host = FakeHost::Current();
+    host.registrations.push_back({pluginApi, type, id, TextOf(name), *record, size});
+    host.calls.push_back("registerPlugin(" + std::to_string(id) + ")");
+    return static_cast<int>(host.registrations.size()) == host.refuseRegistration ? 0 : 1;
+  }
+
+  static HostString* StringFromChars(const char* chars, std::int32_t length) noexcept {
+    Record("string(" + Quoted(chars) + ", " + std::to_string(length) + ")");
+    return NewText<HostString>(length < 0 ? chars : std::string(chars, std::size_t(length)));
+  }
+  static void FreeString(HostString* text) noexcept { FreeText(text); }
+  static HostString* Concatenate(const HostString* first, const HostString* second) noexcept {
+    return NewText<HostString>(TextOf(first) + TextOf(second));
+  }
+
+  static HostFilename* FilenameFromString(const HostString* path) noexcept {
+    Record("filename(" + Quoted(TextOf(path)) + ")");
+    if (TextOf(path).empty()) return ToHandle<HostFilename>(&emptyText);
+    return NewText<HostFilename>(TextOf(path));
+  }
+  static HostFilename* CopyFilename(const HostFilename* filename) noexcept {
+    Record("copyFilename(" + Quoted(TextOf(filename)) + ")");
+    return NewText<HostFilename>(TextOf(filename));
+  }
+  static void FreeFilename(HostFilename* filename) noexcept { FreeText(filename); }
+  static HostFilename* Directory(const HostFilename* filename) noexcept {
+    Record("directory(" + Quoted(TextOf(filename)) + ")");
+    const std::size_t slash = TextOf(filename).rfind('/');
+    if (slash == std::string::npos) return ToHandle<HostFilename>(&emptyText);
+    return NewText<HostFilename>(TextOf(filename).substr(0, slash));
+  }
+
+  static HostResources* OpenResources(const HostFilename* directory) noexcept {
+    Record("openResources(" + Quoted(TextOf(directory)) + ")");
+    FakeHost& host = FakeHost::Current();
+    return host.failResources ? nullptr : reinterpret_cast<HostResources*>(&host.texts);
+  }
+  static void CloseResources(HostResources*) noexcept { Record("closeResources"); }
+  static HostString* LoadString(HostResources*, std::int32_t id, std::int32_t flag) noexcept {
+    Record("loadString(" + std::to_string(id) + ", " + std::to_string(flag) + ")");
+    const auto& texts = FakeHost::Current().texts;
+    const auto found = texts.find(id);
+    if (found == texts.end()) return ToHandle<HostString>(&emptyText);
+    return NewText<HostString>(found->second);
+  }
+
+  static std::int32_t CpuCount(const RenderContext*) noexcept {
+    Record("cpuCount");
+    return FakeHost::Current().cpuCount;
+  }
+  // Called on render threads: records nothing.
+  static std::int32_t CpuIndex(const RenderContext*) noexcept { return FakeHost::cpuIndex; }
+  static std::int32_t FractalInit(void* weights, std::int32_t capacity, float step,
+                                  float exponent) noexcept {
+    Record("fractalInit(" + std::string(weights == nullptr ? "null" : "block") + ", " +
+           std::to_string(capacity) + ", " + std::to_string(step) + ", " +
+           std::to_string(exponent) + ")");
+    return 1;
+  }
+};
+
+namespace {
+
+// --- streams ---
+
+FakeStream& StreamOf(HostStream* stream) { return *reinterpret_cast<FakeStream*>(stream); }
+
+std::int32_t Append(HostStream* stream, const StreamValue& value) {
+  StreamOf(stream).values.push_back(value);
+  return 1;
+}
+
+// The next value when it has the kind asked for; counts a mismatch otherwise.
+const StreamValue* Next(HostStream* handle, StreamValue::Kind kind) {
+  FakeStream& stream = StreamOf(handle);
+  if (stream.position >= stream.values.size() || stream.values[stream.position].kind != kind) {
+    ++stream.mismatches;
+    return nullptr;
+  }
+  return &stream.values[stream.position++];
+}
+
+template <class Value, Value StreamValue::*member, StreamValue::Kind kind>
+std::int32_t ReadAs(HostStream* stream, Value* value) noexcept {
+  const StreamValue* next = Next(stream, kind);
+  if (next == nullptr) return 0;
+  *value = next->*member;
+  return 1;
+}
+
+using Kind = StreamValue::Kind;
+
+const StreamTable streamTable = {
+    .writeInt = [](HostStream* s,
+                   std::int32_t v) noexcept { return Append(s, StreamValue::Int(v)); },
+    .writeFloat = [](HostStream* s, float v) noexcept { return Append(s, StreamValue::Float(v)); },
+    .writeBool = [](HostStream* s,
+                    std::int32_t v) noexcept { return Append(s, StreamValue::Bool(v != 0)); },
+    .writeVector =
+        [](HostStream* s, const Vector* v) noexcept {
+          return Append(s, StreamValue::Vec(v->x, v->y, v->z));
+        },
+    .writeMatrix = nullptr,
+    .writeString = nullptr,
+    .writeChannelLink = nullptr,
+    .readInt = ReadAs<std::int32_t, &StreamValue::integer, Kind::Int>,
+    .readFloat = ReadAs<float, &StreamValue::real, Kind::Float>,
+    .readBool = ReadAs<std::int32_t, &StreamValue::integer, Kind::Bool>,
+    .readVector = ReadAs<Vector, &StreamValue::vector, Kind::Vector>,
+    .readMatrix = nullptr,
+    .readString = nullptr,
+    .readChannelLink = nullptr,
+};
+
+// --- containers ---
+
+const FakeContainer& ContainerOf(const HostContainer* container) {
+  return *reinterpret_cast<const FakeContainer*>(container);
+}
+
+template <class Value>
+Value ValueOr(const HostContainer* container, std::int32_t key, Value def) {
+  const FakeValue* value = ContainerOf(container).Find(key);
+  const Value* typed = value == nullptr ? nullptr : std::get_if<Value>(value);
+  return typed == nullptr ? def : *typed;
+}
+
+template <class Value, class Argument>
+void Put(HostContainer* container, std::int32_t key, Argument value) noexcept {
+  reinterpret_cast<FakeContainer*>(container)->Set(key, static_cast<Value>(value));
+}
+
+std::int32_t FindKey(const HostContainer* container, std::int32_t key) noexcept {
+  const auto& entries = ContainerOf(container).entries;
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    if (entries[i].key == key) return static_cast<std::int32_t>(i);
+  }
+  return -1;
+}
+
+std::int32_t KeyAt(const HostContainer* container, std::int32_t index) noexcept {
+  const auto& entries = ContainerOf(container).entries;
+  if (index < 0 || static_cast<std::size_t>(index) >= entries.size()) return -1;
+  return entries[static_cast<std::size_t>(index)].key;
+}
+
+const ContainerTable& FakeContainerTable() {
+  static const ContainerTable table = [] {
+    ContainerTable t = {};
+    t.find = FindKey;
+    t.keyAt = KeyAt;
+    t.getBool = [](const HostContainer* c, std::int32_t k, std::int32_t d) noexcept {
+      return ValueOr(c, k, d != 0) ? 1 : 0;
+    };
+    t.getInt = [](const HostContainer* c, std::int32_t k, Word d) noexcept {
+      return ValueOr(c, k, d);
+    };
+    t.getFloat = [](const HostContainer* c, std::int32_t k, float d) noexcept {
+      return ValueOr(c, k, d);
+    };
+    t.getVector = [](const HostContainer* c, std::int32_t k, const Vector* d, Vector* v) noexcept {
+      *v = ValueOr(c, k, *d);
+    };
+    t.setBool = Put<bool, std::int32_t>;
+    t.setInt = Put<Word, Word>;
+    t.setFloat = Put<float, float>;
+    t.setVector = [](HostContainer* c, std::int32_t k, const Vector* v) noexcept {
+      Put<Vector>(c, k, *v);
+    };
+    return t;
+  }();
+  return table;
+}
+
+const GeneralTable generalTable = {
+    .alloc = FakeTables::Alloc,
+    .free = FakeTables::Free,
+    .messageDialog = FakeTables::MessageDialog,
+    .registerPlugin = FakeTables::RegisterPlugin,
+    .registerPluginUnsized = nullptr,
+    .fileExists = nullptr,
+};
+
+const StringTable stringTable = {
+    .empty = ToHandle<HostString>(&emptyText),
+    .create = nullptr,
+    .createFromChars = FakeTables::StringFromChars,
+    .copy = nullptr,
+    .free = FakeTables::FreeString,
+    .length = nullptr,
+    .compare = nullptr,
+    .concatenate = FakeTables::Concatenate,
+    .fromNumber = nullptr,
+};
+
+const FilenameTable filenameTable = {
+    .empty = ToHandle<HostFilename>(&emptyText),
+    .create = nullptr,
+    .fromString = FakeTables::FilenameFromString,
+    .copy = FakeTables::CopyFilename,
+    .free = FakeTables::FreeFilename,
+    .directory = FakeTables::Directory,
+    .append = nullptr,
+};
+
+const ResourceTable resourceTable = {
+    .open = FakeTables::OpenResources,
+    .close = FakeTables::CloseResources,
+    .loadString = FakeTables::LoadString,
+};
+
+}  // namespace
+
+bool operator==(const StreamValue& a, const StreamValue& b) {
+  return a.kind == b.kind && a.integer == b.integer && a.real == b.real &&
+         a.vector.x == b.vector.x && a.vector.y == b.vector.y && a.vector.z == b.vector.z;
+}
+
+const FakeValue* FakeContainer::Find(std::int32_t key) const {
+  for (const Entry& entry : entries) {
+    if (entry.key == key) return &entry.value;
+  }
+  return nullptr;
+}
+
+void FakeContainer::Set(std::int32_t key, FakeValue value) {
+  for (Entry& entry : entries) {
+    if (entry.key == key) {
+      entry.value = value;
+      return;
+    }
+  }
+  entries.push_back({key, value});
+}
+
+FakeHost::FakeHost(Word version) {
+  current = this;
+  texts = {{10001, "sorvaNIX"}};
+  for (std::int32_t id = 10002; id <= 10017; ++id) texts[id] = "text " + std::to_string(id);
+  render.cpuCount = FakeTables::CpuCount;
+  render.cpuIndex = FakeTables::CpuIndex;
+  render.fractalInit = FakeTables::FractalInit;
+  api.version = version;
+  api.general = &generalTable;
+  api.render = &render;
+  api.stream = &streamTable;
+  api.container = &FakeContainerTable();
+  api.string = &stringTable;
+  api.filename = &filenameTable;
+  api.resources = &resourceTable;
+}
+
+FakeHost::~FakeHost() { current = nullptr; }
+
+FakeHost& FakeHost::Current() {
+  if (current == nullptr) std::abort();
+  return *current;
+}
+
+}  // namespace sorvanix::test
