@@ -1,6 +1,8 @@
 // Buffy: white in front, black behind, and nothing else.
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "tests/support/loaded_module.h"
 
 namespace sorvanix::test {
