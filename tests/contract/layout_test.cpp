@@ -1,5 +1,10 @@
-// Compiles the contract as C++ with its compile-time layout checks; layout_c.c does so as C.
+// The contract compiles as C and as C++, where layout.h checks every offset at compile time.
 #include <gtest/gtest.h>
 #include <sorvanix/host_api.h>
 
-TEST(Contract, HostApiHasThirtySixWords) { EXPECT_EQ(sizeof(HostApi), 36 * sizeof(void*)); }
+extern "C" int sorvanixContractCompilesAsC(void);
+
+TEST(Contract, HasThirtySixWordsInBothLanguages) {
+  EXPECT_EQ(sizeof(HostApi), 36 * sizeof(void*));
+  EXPECT_TRUE(sorvanixContractCompilesAsC());
+}
