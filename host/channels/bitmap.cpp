@@ -90,9 +90,8 @@ void InstallBitmaps(BitmapTable& table) noexcept {
   };
   table.getPixel = [](const HostBitmap* bitmap, std::int32_t x, std::int32_t y, std::int32_t* red,
                       std::int32_t* green, std::int32_t* blue) noexcept {
-    const auto pixel = Guarded(Bitmap::Pixel{}, [&] {
-      return bitmap ? Bitmap::From(bitmap)->At(x, y) : Bitmap::Pixel{};
-    });
+    const auto pixel = Guarded(
+        Bitmap::Pixel{}, [&] { return bitmap ? Bitmap::From(bitmap)->At(x, y) : Bitmap::Pixel{}; });
     if (red) *red = pixel[0];
     if (green) *green = pixel[1];
     if (blue) *blue = pixel[2];

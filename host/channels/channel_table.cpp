@@ -26,9 +26,8 @@ std::int32_t Compare(const ChannelLink* first, const ChannelLink* second) noexce
 
 std::int32_t InitRender(ChannelLink* link, const RenderInit* init) noexcept {
   if (link == nullptr || init == nullptr) return RenderInitFailed;
-  return Guarded<std::int32_t>(RenderInitFailed, [&] {
-    return Link::From(link)->InitRender(*init) ? 0 : RenderInitFailed;
-  });
+  return Guarded<std::int32_t>(
+      RenderInitFailed, [&] { return Link::From(link)->InitRender(*init) ? 0 : RenderInitFailed; });
 }
 
 void FreeRender(ChannelLink* link) noexcept {
@@ -59,8 +58,7 @@ HostBitmap* Picture(ChannelLink* link) noexcept {
 
 std::int32_t Message(ChannelLink* link, std::int32_t id, HostContainer* container) noexcept {
   if (link == nullptr || container == nullptr) return 0;
-  return Guarded(0,
-                 [&] { return Link::From(link)->Message(id, *Container::From(container)); });
+  return Guarded(0, [&] { return Link::From(link)->Message(id, *Container::From(container)); });
 }
 
 std::int32_t PluginId(const ChannelLink* link) noexcept {

@@ -20,8 +20,7 @@ TextureLoader SetTextureLoader(TextureLoader loader) noexcept {
 
 tl::expected<TexturePointer, std::string> LoadTexture(const std::filesystem::path& file) {
   if (installedLoader == nullptr) {
-    return tl::unexpected(
-        fmt::format("{}: this program reads no bitmaps", Utf8FromPath(file)));
+    return tl::unexpected(fmt::format("{}: this program reads no bitmaps", Utf8FromPath(file)));
   }
   return installedLoader(file);
 }
