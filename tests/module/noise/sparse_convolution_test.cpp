@@ -126,8 +126,9 @@ TEST_F(SparseConvolution, IsTheSumOnTheBordersOfCellsToo) {
   }
 }
 
-// The amplitudes of three coordinates are all positive, but the filter's negative lobe is not: in
-// space its shell outweighs the core, so that about half of all values lie below 0.
+// The amplitudes of three coordinates are all positive, but the filter has a negative lobe. In
+// space the lobe balances the core (both integrate to a twelfth times 4 pi), so that values lie
+// around 0.
 TEST_F(SparseConvolution, TakesBothSigns) {
   int negative3 = 0, negative4 = 0;
   for (int i = 0; i < 2000; ++i) {
