@@ -1,0 +1,24 @@
+// Messages that the module shows to the user, and where they go.
+#pragma once
+
+#include <sorvanix/host_services.h>
+
+#include <cstdint>
+#include <string_view>
+
+namespace sorvanix::host {
+
+/// Takes the messages. On the main thread.
+class MessageSink {
+ public:
+  virtual ~MessageSink() = default;
+  virtual void Show(std::string_view text, std::int32_t flags) = 0;
+};
+
+/// Where messages go from now on; null sends them to the standard error stream, one to a line. The
+/// sink must stay until another takes its place. Answers the former one.
+MessageSink* SetMessageSink(MessageSink* sink) noexcept;
+
+void InstallMessages(GeneralTable& table) noexcept;
+
+}  // namespace sorvanix::host
