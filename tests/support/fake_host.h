@@ -15,7 +15,7 @@
 namespace sorvanix::test {
 
 /// One value of a fake container or stream, by the operation that stored it.
-using FakeValue = std::variant<std::int32_t, float, bool, Vector, Word>;
+using FakeValue = std::variant<float, bool, Vector, Word>;
 
 /// A typed value as a stream holds it; the constructors spell the type at the call.
 struct StreamValue {
