@@ -19,6 +19,7 @@
 
 #include "host/scene/material.h"
 #include "host/scene/mesh.h"
+#include "host/scene/primitives.h"
 #include "host/scene/transform.h"
 #include "host/services/handle.h"
 #include "host/services/strings.h"
@@ -72,20 +73,6 @@ class TextureTagNode : public Tag {
 /// A null: only a place, for its children.
 struct NullContent {};
 
-enum class PrimitiveShape { Sphere, Cube, Plane, Cylinder, Torus };
-
-/// A parametric surface around the origin of its object; see primitives.h for the use of each
-/// field.
-struct Primitive {
-  PrimitiveShape shape = PrimitiveShape::Sphere;
-  float radius = 100;             ///< sphere, cylinder, ring of the torus
-  float pipeRadius = 30;          ///< torus
-  Vector size = {200, 200, 200};  ///< whole edges: cube (x, y, z), plane (x, z), cylinder (y)
-  std::int32_t segmentsU = 48;    ///< around, or across in x
-  std::int32_t segmentsV = 24;    ///< from top to bottom, around the pipe, or across in z
-  bool caps = true;               ///< cylinder: closed at both ends
-};
-
 /// A mesh from a file.
 struct MeshContent {
   std::string file;                         ///< as written in the scene file
@@ -93,6 +80,7 @@ struct MeshContent {
 };
 
 struct ParticleContent {
+  Primitive builtFrom;                    ///< what the mesh of a primitive was made from
   std::vector<ParticleRecord> particles;  ///< positions in the object's space
 };
 
@@ -124,6 +112,8 @@ class Object : public Handled<Object, HostObject> {
 
   /// Adds a child behind the others and answers it.
   Object& Add(std::unique_ptr<Object> child);
+  /// Derives what is told below for this object; its parents must be up to date.
+  void Update();
 
   Text name;
   ObjectContent content;
@@ -134,9 +124,10 @@ class Object : public Handled<Object, HostObject> {
   Object* parent = nullptr;
   Object* next = nullptr;  ///< the following sibling
 
-  // What Scene::Update derives.
+  // What Update derives.
   Matrix world = IdentityMatrix;               ///< object to world
   std::shared_ptr<const PolygonMesh> mesh;     ///< of primitives and meshes; else null
+  Primitive builtFrom;                         ///< what the mesh of a primitive was made from
   std::vector<ParticleRecord> particles;       ///< of particle sets, in world space
   std::vector<std::unique_ptr<Tag>> dataTags;  ///< points and polygons of meshes, particles
 };

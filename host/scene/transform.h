@@ -14,6 +14,8 @@ struct Transform {
   Vector scale = {1, 1, 1};
 };
 
+Vector Radians(const Vector& degrees) noexcept;
+
 /// The rotation by heading, pitch and bank (x, y, z, in radians): z axis to the left, z axis
 /// upwards, then x axis downwards. The same convention as the angles of shaders.
 Matrix RotationMatrix(const Vector& angles) noexcept;
@@ -26,6 +28,13 @@ Matrix ToMatrix(const Transform& transform) noexcept;
 /// The map that applies `second` first, then `first`.
 Matrix Multiply(const Matrix& first, const Matrix& second) noexcept;
 Vector TransformPoint(const Matrix& matrix, const Vector& point) noexcept;
-Vector TransformDirection(const Matrix& matrix, const Vector& direction) noexcept;  // without `off`
+/// Without the displacement.
+Vector TransformDirection(const Matrix& matrix, const Vector& direction) noexcept;
+
+/// The vector at length 1; the fallback when it has no direction.
+Vector UnitVector(const Vector& v, const Vector& fallback) noexcept;
+
+bool IsFinite(const Vector& v) noexcept;
+bool IsFinite(const Matrix& matrix) noexcept;
 
 }  // namespace sorvanix::host
