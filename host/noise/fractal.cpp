@@ -79,10 +79,10 @@ double RidgedSum(const OctaveWeights& weights, const OctavePoint<3>& point, floa
   double passed = 1.0;
   ForEachOctave(octaves, FractalLacunarity, [&](int octave, double frequency, double share) {
     const double weight = weights[static_cast<std::size_t>(octave)];
-    const double ridge = offset - std::fabs(OctaveNoise(point, octave, frequency)) / NoiseTop;
-    sum += ridge * passed * weight * share;
-    const double crest = offset > 0.0F ? ridge / offset * gain : 0.0;
-    passed *= crest > 0.0 ? (crest < 1.0 ? crest : 1.0) : 0.0;
+    const double depth = std::fabs(OctaveNoise(point, octave, frequency)) / NoiseTop;
+    sum += (offset - depth) * passed * weight * share;
+    const double height = (1.0 - depth) * gain;
+    passed *= height > 0.0 ? (height < 1.0 ? height : 1.0) : 0.0;
   });
   return sum;
 }

@@ -45,9 +45,11 @@ template <std::size_t Dimensions>
 double SpectralSum(const OctaveWeights& weights, const OctavePoint<Dimensions>& point,
                    float octaves) noexcept;
 
-// The ridged multifractal: an octave is offset less the magnitude of noise that tops out near 1, so
-// that its crests stand at offset and its hollows go below 0. Crests let the next octave through
-// and hollows do not; gain is the share that a full crest passes.
+// The ridged multifractal. The depth of an octave is the magnitude of its noise, 0 on a crest and
+// near 1 in the deepest hollow; it adds offset less depth, so that crests stand at offset and
+// hollows go below 0. Musgrave squares that, which leaves no sign. The height 1 - depth times gain,
+// limited to 0..1, is the share of all later octaves that gets through: crests are rough and
+// hollows smooth.
 double RidgedSum(const OctaveWeights& weights, const OctavePoint<3>& point, float octaves,
                  float offset, float gain) noexcept;
 

@@ -7,6 +7,8 @@
 
 #include <bit>
 #include <cstdint>
+#include <type_traits>
+#include <utility>
 
 namespace sorvanix::host {
 namespace {
@@ -58,20 +60,30 @@ Words MixCorner(Words h) noexcept {
 // fourth moments are those of a sphere, E[a^4] = 3 E[a^2 b^2] for two components a and b, when
 // r = (longer / other)^2 solves r^2 - 6r = 1 in three dimensions and r^2 - 6r = 3 in four.
 //
-// scale gives both the same standard deviation. The sum of the ramps is greatest in the middle of a
-// cell whose gradients all point there, sqrt(0.75) or 1 from each corner.
+// Scale gives both the same standard deviation. The bound of the scaled noise is where all
+// gradients of a cell point to its middle: 0.85 in three dimensions. In four it is 1.09, which
+// takes sixteen gradients that each have a chance of one in sixteen, so the noise is limited to 1.
 template <std::size_t Dimensions>
 struct Gradients;
 template <>
 struct Gradients<3> {
   static constexpr float Longer = 0.8688903F, Other = 0.3500212F;
-  static constexpr float Scale = 1.064F;  // greatest value 0.85
+  static constexpr float Scale = 1.064F;
 };
 template <>
 struct Gradients<4> {
   static constexpr float Longer = 0.8264458F, Other = 0.3250576F;
-  static constexpr float Scale = 1.2F;  // greatest value 1.08, in one cell of 10^19
+  static constexpr float Scale = 1.2F;
 };
+
+// Calls body for 0 .. Count - 1 as compile-time constants: what depends on the index costs nothing.
+template <std::size_t Count, typename Body>
+void Unrolled(Body body) noexcept {
+  [&]<std::size_t... I>(std::index_sequence<I...>) {
+    (body(std::integral_constant<std::size_t, I>{}), ...);
+  }
+  (std::make_index_sequence<Count>{});
+}
 
 // The ramps at four corners, gradient times distance. Of the hash, the bits from 31 downwards are
 // the signs of the components and those below choose the longer one.
@@ -81,27 +93,28 @@ Floats Ramps(Words hash, const std::array<Floats, Dimensions>& distance) noexcep
   const auto choice = std::bit_cast<Integers>(hash & static_cast<uint32_t>(Choices - 1));
   Floats sum{};
   Floats longest{};
-  for (std::size_t i = 0; i < Dimensions; ++i) {
-    const auto first = static_cast<int32_t>(Choices * i / Dimensions);
-    const auto end = static_cast<int32_t>(Choices * (i + 1) / Dimensions);
-    const auto chosen = std::bit_cast<Words>((choice >= first) & (choice < end));
-    const Words term =
-        std::bit_cast<Words>(distance[i]) ^ ((hash << static_cast<uint32_t>(i)) & 0x80000000U);
+  Unrolled<Dimensions>([&](auto i) {
+    constexpr auto First = static_cast<int32_t>(Choices * i / Dimensions);
+    constexpr auto End = static_cast<int32_t>(Choices * (i + 1) / Dimensions);
+    const Words sign = (hash << static_cast<uint32_t>(i)) & 0x80000000U;
+    const Words term = std::bit_cast<Words>(distance[i]) ^ sign;
+    const auto chosen = std::bit_cast<Words>((choice >= First) & (choice < End));
     sum += std::bit_cast<Floats>(term);
     longest += std::bit_cast<Floats>(term & chosen);
-  }
+  });
   using Set = Gradients<Dimensions>;
   return sum * Set::Other + longest * (Set::Longer - Set::Other);
 }
 
-// What the corners share along one dimension.
+// What the corners share along one dimension. Inlined, or the compiler would pass it through
+// memory, which takes a fifth of the whole time.
 struct Edge {
   float low, high;  // distances of the point from the two ends
   uint32_t lowHash, highHash;
   float fade;
 };
 
-Edge MakeEdge(double coordinate, std::size_t dimension) noexcept {
+[[gnu::always_inline]] inline Edge MakeEdge(double coordinate, std::size_t dimension) noexcept {
   const CellPosition at = Locate(coordinate);
   return {at.fraction, at.fraction - 1.0F, HashCell(at.cell, dimension),
           HashCell(at.cell + 1, dimension), Fade(at.fraction)};
@@ -110,7 +123,7 @@ Edge MakeEdge(double coordinate, std::size_t dimension) noexcept {
 template <std::size_t Dimensions>
 float Noise(const LatticePoint<Dimensions>& point) noexcept {
   std::array<Edge, Dimensions> edges;
-  for (std::size_t i = 0; i < Dimensions; ++i) edges[i] = MakeEdge(point[i], i);
+  Unrolled<Dimensions>([&](auto i) { edges[i] = MakeEdge(point[i], i); });
   const Edge& x = edges[0];
   const Edge& y = edges[1];
 
@@ -122,15 +135,16 @@ float Noise(const LatticePoint<Dimensions>& point) noexcept {
   distance[0] = Floats{x.low, x.high, x.low, x.high};
   distance[1] = Floats{y.low, y.low, y.high, y.high};
   std::array<Floats, 1 << (Dimensions - 2)> ramps;
-  for (std::size_t group = 0; group < ramps.size(); ++group) {
+  Unrolled<ramps.size()>([&](auto group) {
     Words groupHash = hash;
-    for (std::size_t i = 2; i < Dimensions; ++i) {
-      const bool upper = (group >> (i - 2)) & 1;
-      groupHash += upper ? edges[i].highHash : edges[i].lowHash;
-      distance[i] = Floats{} + (upper ? edges[i].high : edges[i].low);
-    }
+    Unrolled<Dimensions - 2>([&](auto j) {
+      const Edge& edge = edges[j + 2];
+      constexpr bool Upper = (group >> j) & 1;
+      groupHash += Upper ? edge.highHash : edge.lowHash;
+      distance[j + 2] = Floats{} + (Upper ? edge.high : edge.low);
+    });
     ramps[group] = Ramps<Dimensions>(MixCorner(groupHash), distance);
-  }
+  });
   for (std::size_t i = Dimensions - 1; i >= 2; --i) {
     const std::size_t half = std::size_t{1} << (i - 2);
     for (std::size_t group = 0; group < half; ++group) {

@@ -64,7 +64,9 @@ class Container : public Handled<Container, HostContainer> {
 
   /// Numbers and truths convert into one another: to an integer by cutting the fraction off,
   /// limited to what a Word holds, NaN to 0; to a truth by comparing with 0. The answer is the
-  /// default when the key is absent or of a type that does not convert.
+  /// default when the key is absent or of a type that does not convert. HoldsNumber tells
+  /// beforehand.
+  bool HoldsNumber(std::int32_t key) const noexcept;
   bool GetBool(std::int32_t key, bool fallback = false) const noexcept;
   Word GetInt(std::int32_t key, Word fallback = 0) const noexcept;
   float GetFloat(std::int32_t key, float fallback = 0) const noexcept;

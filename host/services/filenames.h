@@ -16,7 +16,7 @@ class Filename : public Handled<Filename, HostFilename> {
   Filename() = default;
   explicit Filename(std::string value) : path(std::move(value)) {}
 
-  friend bool operator==(const Filename&, const Filename&) = default;
+  friend bool operator==(const Filename& a, const Filename& b) { return a.path == b.path; }
 
   std::string path;  ///< UTF-8, never with a zero byte inside
 };

@@ -45,4 +45,13 @@ Result Guarded(Result neutral, Work&& work) noexcept {
   }
 }
 
+/// The same for work that answers nothing: what it could not do stays undone.
+template <class Work>
+void Guarded(Work&& work) noexcept {
+  try {
+    std::forward<Work>(work)();
+  } catch (...) {  // the caller has no way to learn of it, and needs none
+  }
+}
+
 }  // namespace sorvanix::host

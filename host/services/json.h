@@ -56,8 +56,4 @@ tl::expected<Json, JsonError> ParseJson(std::string_view text);
 /// become U+FFFD, numbers that JSON cannot say become null.
 std::string WriteJson(const Json& json, int indent = 2);
 
-/// The double whose shortest decimal form is that of the float, so that 0.1f is written 0.1; read
-/// back and narrowed it is the same float.
-double ShortestDouble(float value) noexcept;
-
 }  // namespace sorvanix::host

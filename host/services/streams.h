@@ -48,16 +48,23 @@ class Stream : public Handled<Stream, HostStream> {
   bool AtEnd() const noexcept { return position_ == values_.size(); }
   void Rewind() noexcept { position_ = 0; }
 
-  /// Adds a value at the end.
-  void Write(StreamValue value) { values_.push_back(std::move(value)); }
+  /// Adds a value at the end, of one of StreamValue's types.
+  template <class Type>
+  void Write(Type value) {
+    values_.emplace_back().value.template emplace<Type>(std::move(value));
+  }
 
   /// The next value when it is of this type, else null: then the stream stays where it is.
   template <class Type>
   const Type* Read() noexcept {
-    if (AtEnd()) return nullptr;
-    const Type* value = std::get_if<Type>(&values_[position_].value);
+    const Type* value = Peek<Type>();
     if (value != nullptr) ++position_;
     return value;
+  }
+  /// The same without going on to the value behind it.
+  template <class Type>
+  const Type* Peek() const noexcept {
+    return AtEnd() ? nullptr : std::get_if<Type>(&values_[position_].value);
   }
 
  private:

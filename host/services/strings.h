@@ -15,7 +15,7 @@ class Text : public Handled<Text, HostString> {
   Text() = default;
   explicit Text(std::string value) : text(std::move(value)) {}
 
-  friend bool operator==(const Text&, const Text&) = default;
+  friend bool operator==(const Text& a, const Text& b) { return a.text == b.text; }
 
   std::string text;
 };

@@ -19,8 +19,7 @@ double Block(float coordinate) noexcept {
   return std::floor(coordinate * kStretch);
 }
 
-/// Maps -1..1 to 0..1. The planar convolution is nearly always positive, so that its values lie
-/// above 0.5 and fade to their lower edge; the solid one is centred.
+/// Maps -1..1 to 0..1.
 double FromSigned(double value) noexcept { return (value + 1) * 0.5; }
 
 }  // namespace

@@ -152,7 +152,8 @@ double SparsePeak(const NoiseQuery& q) noexcept {
     return Ridge(Point(q.x + 21.0 * i, q.y + 11.0 * i, q.z + 13.0 * i), q.time);
   };
   const auto step = [](double e) { return SoftStep(e, 0.875f, 0.999f, 8.064515f); };
-  // The stepped value is compared, but the raw one is kept: a lower ridge may replace a higher one.
+  // The stepped value is compared, but the raw one is kept, on purpose: a ridge must stand out by
+  // far to replace one that was found before.
   double peak = 0;
   const auto keep = [&](double e) {
     if (step(e) > peak) peak = e;

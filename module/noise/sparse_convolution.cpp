@@ -3,6 +3,7 @@
 #include <array>
 #include <atomic>
 #include <cmath>
+#include <cstdint>
 
 #include "module/noise/lattice.h"
 
@@ -10,16 +11,17 @@ namespace sorvanix {
 
 namespace {
 
-constexpr int kFilterLast = 400;
+constexpr int kFilterSize = 401;
 constexpr float kFilterStep = 0.01f;  // of the squared radius, from one entry to the next
 
 // Both go through atomics because several threads may build the table at once. They write the same
-// values, and whoever sees the flag sees every entry.
-std::array<std::atomic<float>, kFilterLast + 1> filterEntries;
-std::atomic<bool> filterBuilt;
+// values, and whoever sees the flag sees every entry. The table has one entry more, which stays 0:
+// the weight of an impulse out of reach.
+constinit std::array<std::atomic<float>, kFilterSize + 1> filterEntries = {};
+constinit std::atomic<bool> filterBuilt = false;
 
 void BuildFilter() noexcept {
-  for (int i = 0; i <= kFilterLast; ++i) {
+  for (int i = 0; i < kFilterSize; ++i) {
     const double r = std::sqrt(i * static_cast<double>(kFilterStep));
     const double weight =
         r < 1 ? 0.5 * ((3 * r - 5) * r * r + 2) : 0.5 * (((5 - r) * r - 8) * r + 4);
@@ -33,22 +35,13 @@ void EnsureFilter() noexcept {
   if (!filterBuilt.load(std::memory_order_acquire)) BuildFilter();
 }
 
-/// The entry for a squared distance below 4. The table must have been built.
-float FilterEntry(float distanceSquared) noexcept {
-  const double index = std::floor(static_cast<double>(distanceSquared) * 100 + 0.5);
-  if (!(index >= 0 && index <= kFilterLast)) return 0;  // NaN takes this way out, too
+/// The weight at a squared distance of 0 or more, or NaN. Without a branch, since half of the
+/// impulses are out of reach and none can predict which. The table must have been built.
+float FilterWeight(float distanceSquared) noexcept {
+  const float limited = distanceSquared < 4 ? distanceSquared : 4.01f;
+  const auto index = static_cast<std::int32_t>(limited * 100.0 + 0.5);
   return filterEntries[static_cast<std::size_t>(index)].load(std::memory_order_relaxed);
 }
-
-}  // namespace
-
-float ImpulseFilter(float distanceSquared) noexcept {
-  if (distanceSquared >= 4) return 0;
-  EnsureFilter();
-  return FilterEntry(distanceSquared);
-}
-
-namespace {
 
 constexpr int kReach = 2;  // cells on either side that an impulse can be felt from
 constexpr int kSpan = 2 * kReach + 1;
@@ -143,10 +136,8 @@ float SparseConvolution(const Axis (&axes)[kDimensions], std::uint32_t firstHash
           const double across = axes[axis].fraction - (row.offset[axis] + impulse.field[axis]);
           distanceSquared += across * across;
         }
-        const float distance = static_cast<float>(distanceSquared);
-        if (distance < 4) {
-          sum += static_cast<double>(FilterEntry(distance)) * impulse.field[kDimensions];
-        }
+        sum += static_cast<double>(FilterWeight(static_cast<float>(distanceSquared))) *
+               impulse.field[kDimensions];
         hash = (hash + 1) & 255;
       }
     }
@@ -155,6 +146,12 @@ float SparseConvolution(const Axis (&axes)[kDimensions], std::uint32_t firstHash
 }
 
 }  // namespace
+
+float ImpulseFilter(float distanceSquared) noexcept {
+  if (distanceSquared >= 4) return 0;
+  EnsureFilter();
+  return distanceSquared * 100.0 + 0.5 >= 0 ? FilterWeight(distanceSquared) : 0;
+}
 
 float SparseConvolution3(float x, float y, float z) noexcept {
   const Axis axes[] = {Axis(x), Axis(y), Axis(z)};

@@ -8,12 +8,12 @@
 namespace sorvanix {
 
 /// The weight of an impulse at a squared distance: the Catmull-Rom cubic, 1 at 0, negative beyond a
-/// radius of 1, 0 from a radius of 2 on; read from a table without interpolation. 0 for NaN and for
-/// negative arguments.
+/// radius of 1, 0 from a radius of 2 on; read from a table of 401 entries without interpolation. 0
+/// for NaN and for what would be an entry before the first.
 float ImpulseFilter(float distanceSquared) noexcept;
 
-/// Noise of three coordinates. All impulses are positive, so that the result mostly is, too; the
-/// filter's negative lobe can take it below 0.
+/// Noise of three coordinates. All impulses are positive, but the filter's negative lobe takes the
+/// result below 0 as often as not.
 float SparseConvolution3(float x, float y, float z) noexcept;
 
 /// Noise of four coordinates with signed impulses: around 0.

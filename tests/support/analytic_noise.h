@@ -68,7 +68,7 @@ class AnalyticNoise {
   void Set(NoiseOperation operation, NoiseFunction function);
   void SetConstant(NoiseOperation operation, double value);
 
-  /// Without the noise operations the table is empty; a test may add what else it needs.
+  /// Holds the noise operations alone; a test may fill in the others that it needs.
   RenderTable* table() { return &table_; }
 
   /// The calls since the last Clear, in their order.
