@@ -208,7 +208,7 @@ bool Link::Write(Stream& stream) const {
   } else if (const auto* unread = std::get_if<StreamLink>(&content_)) {
     persisted = *unread;
   }
-  stream.Write({std::move(persisted)});
+  stream.Write(std::move(persisted));
   return true;
 }
 

@@ -1,6 +1,5 @@
 #include "host/images/bitmap_texture.h"
 
-#include <OpenImageIO/imagebuf.h>
 #include <OpenImageIO/texture.h>
 #include <fmt/format.h>
 
@@ -8,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <utility>
+#include <vector>
 
 #include "host/images/first_line.h"
 #include "host/services/filenames.h"
@@ -52,6 +52,13 @@ float Width(float halfWidth) noexcept {
   return width < 1 ? width : (width >= 1 ? 1.0f : 0.0f);
 }
 
+// Spreads the grey values at the front of a picture over red, green and blue, from the last one on,
+// so that none is written over before it was read.
+void Replicate(std::vector<float>& rgb) noexcept {
+  for (std::size_t i = rgb.size() / 3; i-- > 0;)
+    rgb[3 * i] = rgb[3 * i + 1] = rgb[3 * i + 2] = rgb[i];
+}
+
 class BitmapTexture final : public Texture {
  public:
   BitmapTexture(SystemPointer system, OIIO::TextureSystem::TextureHandle* handle, std::string file,
@@ -90,18 +97,13 @@ class BitmapTexture final : public Texture {
   }
 
   tl::expected<Image, std::string> Pixels() const override {
-    OIIO::ImageSpec configuration;
-    configuration.attribute("oiio:UnassociatedAlpha", 1);
-    OIIO::ImageBuf buffer(file_, 0, 0, nullptr, &configuration);
-    OIIO::ROI region(0, width_, 0, height_, 0, 1, 0, colours_);
     Image image(width_, height_);
-    if (!buffer.get_pixels(region, OIIO::TypeDesc::FLOAT, image.rgb.data(),
-                           3 * static_cast<OIIO::stride_t>(sizeof(float)))) {
-      return tl::unexpected(fmt::format("{}: {}", file_, FirstLine(buffer.geterror())));
+    OIIO::TextureOpt options;
+    if (!system_->get_texels(handle_, nullptr, options, 0, 0, width_, 0, height_, 0, 1, 0, colours_,
+                             OIIO::TypeDesc::FLOAT, image.rgb.data())) {
+      return tl::unexpected(fmt::format("{}: {}", file_, FirstLine(system_->geterror())));
     }
-    for (std::size_t i = 0; colours_ == 1 && i < image.rgb.size(); i += 3) {
-      image.rgb[i + 1] = image.rgb[i + 2] = image.rgb[i];
-    }
+    if (colours_ == 1) Replicate(image.rgb);
     return image;
   }
 
