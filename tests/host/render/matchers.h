@@ -23,8 +23,8 @@ namespace sorvanix::host {
 
 // Each component differs by no more than `tolerance`.
 MATCHER_P4(NearVec, x, y, z, tolerance, "") {
-  return std::abs(arg.x - (x)) <= tolerance && std::abs(arg.y - (y)) <= tolerance &&
-         std::abs(arg.z - (z)) <= tolerance;
+  const auto near = [](double a, double b, double limit) { return std::abs(a - b) <= limit; };
+  return near(arg.x, x, tolerance) && near(arg.y, y, tolerance) && near(arg.z, z, tolerance);
 }
 
 // A few units in the last place of a double, of values around 1.
