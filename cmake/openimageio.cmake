@@ -1,0 +1,15 @@
+# Finds OpenImageIO. Its package names include folders that need not be installed (those of optional
+# libraries), which stops CMake at generate time; the missing ones are dropped.
+find_package(OpenImageIO REQUIRED)
+foreach(target OpenImageIO::OpenImageIO OpenImageIO::OpenImageIO_Util)
+  get_target_property(folders ${target} INTERFACE_INCLUDE_DIRECTORIES)
+  if(folders)
+    set(present "")
+    foreach(folder IN LISTS folders)
+      if(EXISTS "${folder}")
+        list(APPEND present "${folder}")
+      endif()
+    endforeach()
+    set_target_properties(${target} PROPERTIES INTERFACE_INCLUDE_DIRECTORIES "${present}")
+  endif()
+endforeach()

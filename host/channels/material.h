@@ -1,0 +1,40 @@
+// A material's graph in memory: shaders with the parameters they are given, and what feeds their
+// inputs.
+#pragma once
+
+#include <vector>
+
+#include "host/services/containers.h"
+#include "host/services/json.h"
+#include "host/services/shader_catalogue.h"
+
+namespace sorvanix::host {
+
+struct MaterialInput;
+
+/// One shader of the graph. The descriptions belong to the catalogue, which must outlive it.
+struct MaterialNode {
+  struct Value {
+    const ShaderParameter* parameter = nullptr;
+    ParameterValue value;  // of the parameter's type
+  };
+
+  const ShaderDescription* shader = nullptr;
+  std::vector<Value> values;  // in the catalogue's order; those not given keep their defaults
+  std::vector<MaterialInput> inputs;  // in the catalogue's order; those not given stay empty
+};
+
+struct MaterialInput {
+  const ShaderInput* input = nullptr;
+  MaterialNode node;
+};
+
+/// The node as message MessageSetParameters takes it. An input is a container of its own, with the
+/// plug-in id and the parameters of the shader that feeds it.
+Container ContainerOf(const MaterialNode& node);
+
+/// The node as a material file spells it, always in the same way: names rather than numbers, the
+/// catalogue's order. Read again it gives an equal node.
+Json JsonOf(const MaterialNode& node);
+
+}  // namespace sorvanix::host

@@ -1,0 +1,43 @@
+#include "host/channels/nearest_name.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace sorvanix::host {
+namespace {
+
+TEST(NearestName, ADistanceCountsEachKindOfSlipOnce) {
+  EXPECT_EQ(EditDistance("octaves", "octaves"), 0u);
+  EXPECT_EQ(EditDistance("octves", "octaves"), 1u);    // inserted
+  EXPECT_EQ(EditDistance("octavess", "octaves"), 1u);  // removed
+  EXPECT_EQ(EditDistance("octives", "octaves"), 1u);   // replaced
+  EXPECT_EQ(EditDistance("ocatves", "octaves"), 1u);   // swapped
+  EXPECT_EQ(EditDistance("OCTAVES", "octaves"), 0u);   // the case of letters counts nothing
+  EXPECT_EQ(EditDistance("", "abc"), 3u);
+  // kitten -> sitten -> sittin -> sitting
+  EXPECT_EQ(EditDistance("kitten", "sitting"), 3u);
+}
+
+TEST(NearestName, TheDistanceIsSymmetric) {
+  EXPECT_EQ(EditDistance("scaleU", "speed"), EditDistance("speed", "scaleU"));
+}
+
+TEST(NearestName, TheNearestWinsAndOfEqualsTheFirst) {
+  EXPECT_EQ(NearestName("scalu", {"speed", "scaleU", "scaleV"}), "scaleU");
+  EXPECT_EQ(NearestName("scaleX", {"scaleV", "scaleU"}), "scaleV");
+  EXPECT_EQ(NearestName("x", {}), "");
+}
+
+TEST(NearestName, LongWordsAreComparedByTheirBeginning) {
+  EXPECT_EQ(EditDistance(std::string(100000, 'a'), "a"), 63u);  // 64 letters are looked at
+}
+
+TEST(NearestName, CaseIsIgnoredForWholeNamesOnly) {
+  EXPECT_TRUE(SameIgnoringCase("2D noise", "2d NOISE"));
+  EXPECT_FALSE(SameIgnoringCase("2D noise", "2D noises"));
+  EXPECT_TRUE(SameIgnoringCase("", ""));
+}
+
+}  // namespace
+}  // namespace sorvanix::host
