@@ -61,10 +61,9 @@ inline Ray PassOn(const Ray& ray, const Vec3& point, const Footprint& footprint)
 /// The ray that a surface mirrors, taken as flat within the footprint.
 inline Ray Mirror(const Ray& ray, const Vec3& point, const Footprint& footprint,
                   const Vec3& normal) noexcept {
-  const auto mirror = [&](const Vec3& v) { return v - normal * (2 * Dot(v, normal)); };
   Ray next = PassOn(ray, point, footprint);
-  next.direction = Normalised(mirror(ray.direction), ray.direction);
-  for (Vec3& step : next.directionStep) step = mirror(step);
+  next.direction = Normalised(Mirrored(ray.direction, normal), ray.direction);
+  for (Vec3& step : next.directionStep) step = Mirrored(step, normal);
   return next;
 }
 

@@ -1,6 +1,8 @@
 #include "host/render/render_scene.h"
 
+#include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "host/render/matrix.h"
 
@@ -11,14 +13,23 @@ namespace {
 /// ObjectRecord::kind of surfaces with coordinates of their own.
 constexpr std::uint8_t kWithUvw = 2;
 
-std::vector<RenderTag> VisibleTags(const Object& object) {
+std::size_t IndexOf(std::vector<std::shared_ptr<Material>>& materials,
+                    std::shared_ptr<Material> material) {
+  const auto found = std::find(materials.begin(), materials.end(), material);
+  if (found != materials.end()) return static_cast<std::size_t>(found - materials.begin());
+  materials.push_back(std::move(material));
+  return materials.size() - 1;
+}
+
+std::vector<RenderTag> VisibleTags(const Object& object,
+                                   std::vector<std::shared_ptr<Material>>& materials) {
   std::vector<RenderTag> tags;
   for (auto tag = object.textureTags.rbegin(); tag != object.textureTags.rend(); ++tag) {
     std::shared_ptr<Material> material = (*tag)->material.lock();
     if (material == nullptr) continue;
     // A negative set is one that no mesh has.
     const auto set = static_cast<std::size_t>(std::int64_t{(*tag)->uvwSet});
-    tags.push_back({ToRecord(**tag), std::move(material), set});
+    tags.push_back({ToRecord(**tag), IndexOf(materials, std::move(material)), set});
   }
   return tags;
 }
@@ -43,7 +54,8 @@ RenderScene RenderScene::Prepare(Scene& scene, std::int32_t width, std::int32_t 
       .view = ScreenView(scene.camera.ToWorld(), scene.camera.fieldOfView, width, height),
       .background = Vec3(scene.background),
       .lights = Lights(scene),
-      .objects = {}};
+      .objects = {},
+      .materials = {}};
   std::int64_t nextIdentity = 1;
   for (Object* object = Following(scene.root, scene.root); object != nullptr;
        object = Following(*object, scene.root)) {
@@ -58,7 +70,7 @@ RenderScene RenderScene::Prepare(Scene& scene, std::int32_t width, std::int32_t 
                     .type = 0,
                     .matrix = object->world,
                     .object = object->Handle()},
-         .tags = VisibleTags(*object),
+         .tags = VisibleTags(*object, prepared.materials),
          .firstIdentity = static_cast<std::int32_t>(nextIdentity)});
     nextIdentity += polygons;
   }

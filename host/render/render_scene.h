@@ -17,7 +17,7 @@ namespace sorvanix::host {
 /// A material on an object.
 struct RenderTag {
   TextureTag record = {};
-  std::shared_ptr<Material> material;
+  std::size_t material = 0;  ///< of RenderScene::materials
   std::size_t uvwSet = 0;
 };
 
@@ -35,6 +35,7 @@ struct RenderScene {
   Vec3 background;
   std::vector<LightRecord> lights;
   std::vector<RenderObject> objects;
+  std::vector<std::shared_ptr<Material>> materials;  ///< those on objects, each once
 
   /// Of an updated scene. It refers to the scene's objects, which must stay; nothing else of the
   /// scene is looked at later. Identities are unique in the scene and above 0.

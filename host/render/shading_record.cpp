@@ -37,7 +37,6 @@ std::array<Vec3, 4> SamplePoints(const SurfaceSample& sample) noexcept {
 void BeginSample(ShadingRecord& record, const SurfaceSample& sample) noexcept {
   record.sample = sample;
   record.ray = ToRecord(sample.eye, sample.direction);
-  record.isPrepared = false;
   const auto points = SamplePoints(sample);
   const RenderFrame& frame = *record.frame;
   RenderContext& context = record.context;
@@ -87,6 +86,8 @@ std::optional<UvFrame> FrameOfTag(const ShadingRecord& record, const TextureTag&
 void LayTexture(ShadingRecord& record, const TextureTag* tag, const UvFrame& uv,
                 std::size_t uvwSet) noexcept {
   record.uv = uv;
+  record.uvwSet = uvwSet;
+  record.isPrepared = false;
   record.polygon = record.sample.surface->Polygon(record.sample.at.polygon, uvwSet);
   RenderContext& context = record.context;
   context.textureTag = tag;

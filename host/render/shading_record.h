@@ -53,6 +53,7 @@ struct ShadingRecord {
   RayRecord ray = {};
   UvwRecord polygon = {};
   UvFrame uv;
+  std::size_t uvwSet = 0;
 
   // The four points of the last texture set-up, and the same points in world space.
   std::array<Vector, 4> preparedPoint = {};

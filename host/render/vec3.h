@@ -55,6 +55,9 @@ inline Vec3 Normalised(const Vec3& v, const Vec3& fallback = {}) {
 /// The part of v that is perpendicular to a unit vector.
 constexpr Vec3 Perpendicular(const Vec3& v, const Vec3& unit) { return v - unit * Dot(v, unit); }
 
+/// v as a mirror with this unit normal throws it back.
+constexpr Vec3 Mirrored(const Vec3& v, const Vec3& unit) { return v - unit * (2 * Dot(v, unit)); }
+
 constexpr Vec3 Lerp(const Vec3& a, const Vec3& b, double t) { return a + (b - a) * t; }
 
 /// The mean of a colour's components.
