@@ -32,6 +32,10 @@ RenderChannel RenderMaterials::Prepare(const Material& material, std::size_t cha
   RenderChannel prepared = {
       .on = true, .strength = filled.strength, .factor = Vec3(filled.colour) * filled.strength};
   if (filled.link == nullptr || filled.link->IsEmpty()) return prepared;
+  // A shader of bump bends normals only where it knows that it stands in that channel.
+  if (Shader* shader = filled.link->HeldShader()) {
+    shader->Instance().channel = static_cast<std::int32_t>(channel);
+  }
   LinkSource& source = sources_.emplace_back(*filled.link);
   if (!prepared_.emplace_back(source, init).Ready()) {
     problems_.push_back(

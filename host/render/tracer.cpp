@@ -56,9 +56,8 @@ RTCRay ToRay(const Vec3& origin, const Vec3& direction, double nearest, double f
 /// Embree takes no rays beyond this, and none that are not numbers.
 bool IsValid(const RTCRay& ray) {
   const auto isWithin = [](float value) { return std::abs(value) <= 1e18f; };
-  return isWithin(ray.org_x) && isWithin(ray.org_y) && isWithin(ray.org_z) &&
-         isWithin(ray.dir_x) && isWithin(ray.dir_y) && isWithin(ray.dir_z) &&
-         !std::isnan(ray.tfar);
+  return isWithin(ray.org_x) && isWithin(ray.org_y) && isWithin(ray.org_z) && isWithin(ray.dir_x) &&
+         isWithin(ray.dir_y) && isWithin(ray.dir_z) && !std::isnan(ray.tfar);
 }
 
 /// Adds a surface under the given id; false when there is no memory.
