@@ -51,7 +51,11 @@ Container DescriptionOf(const MaterialBitmap& bitmap) {
   return link;
 }
 
-Json ToJson(const ShaderParameter& parameter, const ParameterValue& value) {
+Json JsonOf(const MaterialBitmap& bitmap) { return Json(bitmap.name); }
+
+}  // namespace
+
+Json JsonOf(const ShaderParameter& parameter, const ParameterValue& value) {
   struct Visitor {
     const ShaderParameter& parameter;
     Json operator()(std::int32_t integer) const {
@@ -77,10 +81,6 @@ Json ToJson(const ShaderParameter& parameter, const ParameterValue& value) {
   return std::visit(Visitor{parameter}, value);
 }
 
-Json JsonOf(const MaterialBitmap& bitmap) { return Json(bitmap.name); }
-
-}  // namespace
-
 Container ContainerOf(const MaterialNode& node) {
   Container container;
   for (const MaterialNode::Value& each : node.values) {
@@ -97,7 +97,7 @@ Container ContainerOf(const MaterialNode& node) {
 Json JsonOf(const MaterialNode& node) {
   Json::Object members = {{"shader", Json(node.shader->name)}};
   for (const MaterialNode::Value& each : node.values) {
-    members.push_back({each.parameter->name, ToJson(*each.parameter, each.value)});
+    members.push_back({each.parameter->name, JsonOf(*each.parameter, each.value)});
   }
   for (const MaterialInput& each : node.inputs) {
     members.push_back(

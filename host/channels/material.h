@@ -41,6 +41,9 @@ struct MaterialInput {
 /// plug-in id and the parameters of the shader that feeds it, or id 0 and a bitmap's file.
 Container ContainerOf(const MaterialNode& node);
 
+/// A parameter's value as a material file spells it.
+Json JsonOf(const ShaderParameter& parameter, const ParameterValue& value);
+
 /// The node as a material file spells it, always in the same way: names rather than numbers, the
 /// catalogue's order. Read again it gives an equal node.
 Json JsonOf(const MaterialNode& node);
