@@ -91,8 +91,8 @@ std::string ParagraphOf(const ShaderParameter& parameter) {
 }
 
 std::string AsText(const ShaderDescription& shader) {
-  std::string text = fmt::format("{} ({}, {})\n{}\n", shader.name, shader.id, shader.category,
-                                 shader.summary);
+  std::string text =
+      fmt::format("{} ({}, {})\n{}\n", shader.name, shader.id, shader.category, shader.summary);
   if (!shader.inputs.empty()) text += "\nInputs:\n";
   for (const ShaderInput& input : shader.inputs) {
     text += fmt::format("  {}  {}\n", input.name, input.label);
