@@ -72,21 +72,18 @@ void BakeRun::BakeMaterial(const std::string& file, const std::vector<PlannedOut
   if (const auto probe = host::TemporaryFile::Create(outputs.front().file); !probe) {
     return Fail(file, {ExitCode::FileTrouble, probe.error()});
   }
-  if (const auto failure = LoadModule()) return Fail(file, *failure);
-  const host::MaterialNode& material = *input.reading.material;
-  auto shader = MakeShader(*module_, material, ChannelColour);
-  if (!shader) return Fail(file, {ExitCode::NoModule, shader.error()});
   for (const PlannedOutput& output : outputs) {
     // What stops one frame would stop the next one too.
-    if (const auto failure = BakeOutput(file, material, *shader, output)) {
+    if (const auto failure = BakeOutput(file, *input.reading.material, output)) {
       return Fail(file, *failure);
     }
     if (Cancelled()) return;
   }
 }
 
-// Once, and only when something is to be baked.
-std::optional<BakeRun::Failure> BakeRun::LoadModule() {
+// Only when something is to be baked; afresh when the state of its random numbers counts.
+std::optional<BakeRun::Failure> BakeRun::LoadModule(bool afresh) {
+  if (afresh) module_.reset();
   if (module_) return std::nullopt;
   if (!host_) host_.emplace(host::HostOptions{.services = {InstallServices}});
   auto module = host::Module::Load(*host_, modulePath_);
@@ -98,17 +95,22 @@ std::optional<BakeRun::Failure> BakeRun::LoadModule() {
 
 std::optional<BakeRun::Failure> BakeRun::BakeOutput(const std::string& materialFile,
                                                     const host::MaterialNode& material,
-                                                    host::Shader& shader,
                                                     const PlannedOutput& output) {
+  // Equal bakes give equal bytes: random numbers come from a new start and in one order.
+  const bool isRandom = DrawsRandomNumbers(material);
+  if (auto failure = LoadModule(isRandom)) return failure;
+  auto shader = MakeShader(*module_, material, ChannelColour);
+  if (!shader) return Failure{ExitCode::NoModule, shader.error()};
+
   host::FlatBakeSettings settings = options_.settings;
   settings.time = output.time;
   progress_.Begin(host::Utf8FromPath(output.file));
   const host::TaskOptions task = {
-      .threads = options_.threads,
+      .threads = isRandom ? 1 : options_.threads,
       .cancelled = &cancelled_,
       .progress = [this](int done, int total) { progress_.Update(done, total); }};
   const auto image = host::BakeFlat(
-      [&shader](ChannelSample& sample) { return shader.Output(sample); }, settings, task);
+      [&shader](ChannelSample& sample) { return shader->Output(sample); }, settings, task);
   if (!image) return std::nullopt;  // cancelled
   auto failure = WriteOutput(materialFile, material, *image, settings, output);
   progress_.End();

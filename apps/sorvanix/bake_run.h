@@ -34,9 +34,9 @@ class BakeRun {
 
   bool Cancelled() const { return cancelled_.load(std::memory_order_relaxed); }
   void BakeMaterial(const std::string& file, const std::vector<PlannedOutput>& outputs);
-  std::optional<Failure> LoadModule();
+  std::optional<Failure> LoadModule(bool afresh);
   std::optional<Failure> BakeOutput(const std::string& materialFile,
-                                    const host::MaterialNode& material, host::Shader& shader,
+                                    const host::MaterialNode& material,
                                     const PlannedOutput& output);
   std::optional<Failure> WriteOutput(const std::string& materialFile,
                                      const host::MaterialNode& material, const host::Image& image,

@@ -48,4 +48,9 @@ Json JsonOf(const ShaderParameter& parameter, const ParameterValue& value);
 /// catalogue's order. Read again it gives an equal node.
 Json JsonOf(const MaterialNode& node);
 
+/// Whether a shader of the graph draws a new random number for every sample. Its picture depends on
+/// the order of the samples and on all that the module drew since it was started; everything else
+/// depends on the sample alone.
+bool DrawsRandomNumbers(const MaterialNode& node);
+
 }  // namespace sorvanix::host
