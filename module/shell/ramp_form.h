@@ -7,6 +7,13 @@
 
 namespace sorvanix {
 
+/// The interpolations by name, for the table rows of shaders with a ramp.
+inline constexpr Choice kRampInterpolationChoices[] = {
+    {RampCubic, "cubic", "Cubic"},    {RampBezier, "bezier", "Bezier"},
+    {RampSmooth, "smooth", "Smooth"}, {RampLinear, "linear", "Linear"},
+    {RampStep, "step", "Step"},
+};
+
 /// Takes over the live knots and their order entries.
 void CopyLiveKnots(const Ramp& from, Ramp& to) noexcept;
 

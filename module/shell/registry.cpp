@@ -1,5 +1,11 @@
 #include "module/shell/registry.h"
 
+#include "module/shaders/filters/bright_contrast.h"
+#include "module/shaders/filters/colorizer.h"
+#include "module/shaders/filters/distorter.h"
+#include "module/shaders/filters/fusion.h"
+#include "module/shaders/filters/hue.h"
+#include "module/shaders/filters/posterizer.h"
 #include "module/shaders/generators/noise_2d.h"
 #include "module/shaders/surface/buffy.h"
 
@@ -20,10 +26,11 @@ constexpr RegistryRow kRows[] = {
     {PluginIdBuffy, Nesting::None, kLiteralTitle, "sorvaNIX Buffy", FillBuffyRecord, &kBuffyTable},
     StillToWrite(PluginIdNoise3D, Nesting::Aware, 10003),
     StillToWrite(PluginIdTiles, Nesting::Aware, 10004),
-    StillToWrite(PluginIdFusion, Nesting::Aware, 10005),
-    StillToWrite(PluginIdDistorter, Nesting::Aware, 10006),
-    StillToWrite(PluginIdBrightContrast, Nesting::Aware, 10007),
-    StillToWrite(PluginIdColorizer, Nesting::Aware, 10008),
+    {PluginIdFusion, Nesting::Aware, 10005, nullptr, FillFusionRecord, &kFusionTable},
+    {PluginIdDistorter, Nesting::Aware, 10006, nullptr, FillDistorterRecord, &kDistorterTable},
+    {PluginIdBrightContrast, Nesting::Aware, 10007, nullptr, FillBrightContrastRecord,
+     &kBrightContrastTable},
+    {PluginIdColorizer, Nesting::Aware, 10008, nullptr, FillColorizerRecord, &kColorizerTable},
     StillToWrite(PluginIdGradient, Nesting::Aware, 10009),
     {PluginIdNoise2D, Nesting::Aware, 10010, nullptr, Fill2DNoiseRecord, &kNoise2DTable},
     StillToWrite(PluginIdFalloff, Nesting::Aware, 10011),
@@ -31,8 +38,8 @@ constexpr RegistryRow kRows[] = {
     StillToWrite(PluginIdProximal, Nesting::Aware, 10012),
     StillToWrite(PluginIdBanj, Nesting::Marked, 10014),
     StillToWrite(PluginIdLumas, Nesting::Aware, 10015),
-    StillToWrite(PluginIdHue, Nesting::Aware, 10016),
-    StillToWrite(PluginIdPosterizer, Nesting::Aware, 10017),
+    {PluginIdHue, Nesting::Aware, 10016, nullptr, FillHueRecord, &kHueTable},
+    {PluginIdPosterizer, Nesting::Aware, 10017, nullptr, FillPosterizerRecord, &kPosterizerTable},
 };
 static_assert(std::size(kRows) == 17);
 
