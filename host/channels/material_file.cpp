@@ -28,6 +28,12 @@ std::string Extended(const std::string& pointer, std::string_view name) {
   return extended;
 }
 
+// A parser's message may end with what it read last: long, broken over lines, or no text at all.
+std::string WithoutExcerpt(std::string message) {
+  message.resize(std::min(message.find("; last read"), message.size()));
+  return message;
+}
+
 // Walks the tree. It may recurse: the parser limits the depth.
 class MaterialReader {
  public:
@@ -38,7 +44,7 @@ class MaterialReader {
     MaterialReading reading;
     const auto json = ParseJson(text_);
     if (!json) {
-      AddProblem(true, {}, json.error().offset, json.error().message);
+      AddProblem(true, {}, json.error().offset, WithoutExcerpt(json.error().message));
     } else {
       MaterialNode node = ReadNode(*json, {});
       if (!failed_) reading.material = std::move(node);
