@@ -4,8 +4,7 @@
 #include <OpenImageIO/imagebufalgo.h>
 #include <OpenImageIO/imageio.h>
 
-#include <algorithm>
-
+#include "host/images/first_line.h"
 #include "host/services/json.h"
 
 namespace sorvanix::host {
@@ -21,12 +20,6 @@ std::string DepthOf(const OIIO::TypeDesc& type) {
     default:
       return type.c_str();  // "half", "float" and rarer ones
   }
-}
-
-// The first line only: a report has one line for one error.
-std::string FirstLine(std::string text) {
-  text.resize(std::min(text.find('\n'), text.size()));
-  return text.empty() ? "not a readable image" : text;
 }
 
 // Files of other programs have other descriptions: those say nothing here.
