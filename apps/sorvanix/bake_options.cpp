@@ -8,6 +8,7 @@
 #include <limits>
 #include <string_view>
 
+#include "apps/sorvanix/material_input.h"
 #include "apps/sorvanix/module_place.h"
 #include "apps/sorvanix/progress.h"
 
@@ -112,6 +113,7 @@ void AddBakeOptions(CLI::App& app, BakeOptions& options) {
       ->check(CLI::Range(0, kMostThreads))
       ->type_name("N")
       ->capture_default_str();
+  AddImagesOption(app, options.imageFolders);
   AddModuleOption(app, options.module);
   AddProgressOption(app, options.progress);
   app.add_flag("--json", options.json, "Print a JSON array of what was baked");

@@ -27,6 +27,7 @@ struct BakeOptions {
   double framesPerSecond = 25;
   std::optional<host::PixelDepth> depth;
   int threads = 0;
+  std::vector<std::string> imageFolders;
   std::string module;
   std::string progress = "auto";
   bool json = false;

@@ -30,7 +30,11 @@ std::string RecipeOf(const host::MaterialNode& material, const host::FlatBakeSet
   return host::WriteJson(recipe, -1);
 }
 
-void InstallServices(host::HostTables& tables) { host::InstallNoiseServices(tables.render); }
+void InstallServices(host::HostTables& tables) {
+  host::InstallNoiseServices(tables.render);
+  host::InstallChannelLinks(tables.channel, tables.stream);
+  host::InstallBitmaps(tables.bitmap);
+}
 
 }  // namespace
 
@@ -56,7 +60,8 @@ ExitCode BakeRun::Run(const BakePlan& plan) {
 }
 
 void BakeRun::BakeMaterial(const std::string& file, const std::vector<PlannedOutput>& outputs) {
-  const MaterialInput input = LoadMaterial(host::PathFromUtf8(file), catalogue_);
+  const MaterialInput input =
+      LoadMaterial(host::PathFromUtf8(file), catalogue_, options_.imageFolders);
   if (input.code != ExitCode::Done) return Fail(file, {input.code, input.error});
   if (!options_.quiet) {
     for (const host::MaterialProblem& warning : input.reading.Warnings()) {
@@ -78,12 +83,16 @@ void BakeRun::BakeMaterial(const std::string& file, const std::vector<PlannedOut
 
 // Only when something is to be baked; afresh when the state of its random numbers counts.
 std::optional<BakeRun::Failure> BakeRun::LoadModule(bool afresh) {
-  if (afresh) module_.reset();
+  if (afresh) {
+    links_.reset();
+    module_.reset();
+  }
   if (module_) return std::nullopt;
   if (!host_) host_.emplace(host::HostOptions{.services = {InstallServices}});
   auto module = host::Module::Load(*host_, modulePath_);
   if (!module) return Failure{ExitCode::NoModule, module.error()};
   module_.emplace(std::move(*module));
+  links_.emplace(module_->Shaders());
   return std::nullopt;
 }
 

@@ -10,6 +10,7 @@
 #include "apps/sorvanix/bake_plan.h"
 #include "apps/sorvanix/failure_tally.h"
 #include "apps/sorvanix/progress.h"
+#include "host/channels/channel_link.h"
 #include "host/channels/material.h"
 #include "host/loader/module.h"
 
@@ -54,6 +55,7 @@ class BakeRun {
   host::Json::Array report_;
   std::optional<host::Host> host_;      // outlives the module
   std::optional<host::Module> module_;  // outlives the shaders
+  std::optional<host::LinkedShaders> links_;
 };
 
 }  // namespace sorvanix::cli

@@ -177,7 +177,7 @@ TEST(MaterialFile, InputsAreReadAndTheirErrorsHaveTheirPlace) {
       Read(R"({"shader": "Mixer", "input": {"shader": "Paint", "scale": 2}})");
   ASSERT_TRUE(reading.material);
   ASSERT_EQ(reading.material->inputs.size(), 1u);
-  EXPECT_EQ(reading.material->inputs[0].node.shader->name, "Paint");
+  EXPECT_EQ(std::get<MaterialNode>(reading.material->inputs[0].content).shader->name, "Paint");
 
   EXPECT_EQ(Told("{\"shader\": \"Mixer\",\n \"input\": {\"shader\": \"Paint\", \"scale\": true}}"),
             "m.json:2:40: /input/scale: expected a number, found true or false\n");
@@ -200,8 +200,8 @@ std::string Graph(int levels) {
 }
 
 TEST(MaterialFile, ADeepGraphIsReadOrRefusedButNeverEndsTheProgram) {
-  EXPECT_TRUE(Read(Graph(200)).material);
-  for (const int levels : {1000, 100000}) {
+  EXPECT_TRUE(Read(Graph(64)).material);
+  for (const int levels : {65, 1000, 100000}) {
     const MaterialReading reading = Read(Graph(levels));
     EXPECT_FALSE(reading.material);
     EXPECT_EQ(reading.problems.size(), 1u);
