@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "apps/sorvanix/exit_code.h"
 #include "host/channels/material_file.h"
@@ -16,8 +17,10 @@ struct MaterialInput {
   std::string error;               // one line, that of the first error; empty without one
 };
 
-/// Reads a file and checks it.
+/// Reads a file, with all that it refers to, and checks it. Bitmaps are looked for beside the file,
+/// then in the folders.
 MaterialInput LoadMaterial(const std::filesystem::path& file,
-                           const host::ShaderCatalogue& catalogue);
+                           const host::ShaderCatalogue& catalogue,
+                           const std::vector<std::filesystem::path>& imageFolders);
 
 }  // namespace sorvanix::cli

@@ -3,22 +3,52 @@
 #include <sorvanix/ids.h>
 
 #include <algorithm>
+#include <utility>
 
+#include "host/services/filenames.h"
 #include "host/services/json_numbers.h"
 
 namespace sorvanix::host {
 
 namespace {
 
-ContainerValue ToContainer(const ParameterValue& value) {
+void Store(Container& container, const ShaderParameter& parameter, const ParameterValue& value) {
   struct Visitor {
-    ContainerValue operator()(std::int32_t integer) const { return Word{integer}; }
-    ContainerValue operator()(float real) const { return real; }
-    ContainerValue operator()(bool truth) const { return truth; }
-    ContainerValue operator()(const Vector& vector) const { return vector; }
-    ContainerValue operator()(const std::string& text) const { return Text(text); }
+    Container& container;
+    const ShaderParameter& parameter;
+    void operator()(std::int32_t integer) const { Set(Word{integer}); }
+    void operator()(float real) const { Set(real); }
+    void operator()(bool truth) const { Set(truth); }
+    void operator()(const Vector& vector) const { Set(vector); }
+    void operator()(const std::string& text) const { Set(Text(text)); }
+    void operator()(const Ramp& ramp) const {
+      const RampKeys& keys = parameter.ramp;
+      container.Set(keys.count, static_cast<Word>(ramp.size()));
+      std::int32_t offset = 0;
+      for (const RampKnot& knot : ramp) {
+        container.Set(keys.colour + offset, knot.colour);
+        container.Set(keys.position + offset, knot.position);
+        container.Set(keys.bias + offset, knot.bias);
+        offset += keys.stride;
+      }
+    }
+    void Set(ContainerValue single) const { container.Set(parameter.key, std::move(single)); }
   };
-  return std::visit(Visitor(), value);
+  std::visit(Visitor{container, parameter}, value);
+}
+
+Container DescriptionOf(const MaterialNode& node) {
+  Container link;
+  link.Set(KeyLinkPluginId, Word{node.shader->id});
+  link.Set(KeyLinkParameters, NestedContainer(ContainerOf(node)));
+  return link;
+}
+
+Container DescriptionOf(const MaterialBitmap& bitmap) {
+  Container link;
+  link.Set(KeyLinkPluginId, Word{0});
+  link.Set(KeyLinkFilename, Filename(Utf8FromPath(bitmap.file)));
+  return link;
 }
 
 Json ToJson(const ShaderParameter& parameter, const ParameterValue& value) {
@@ -34,21 +64,31 @@ Json ToJson(const ShaderParameter& parameter, const ParameterValue& value) {
     Json operator()(bool truth) const { return Json(truth); }
     Json operator()(const Vector& vector) const { return JsonOf(vector); }
     Json operator()(const std::string& text) const { return Json(text); }
+    Json operator()(const Ramp& ramp) const {
+      Json::Array knots;
+      for (const RampKnot& knot : ramp) {
+        knots.push_back(Json(Json::Object{{"position", JsonOf(knot.position)},
+                                          {"colour", JsonOf(knot.colour)},
+                                          {"bias", JsonOf(knot.bias)}}));
+      }
+      return Json(std::move(knots));
+    }
   };
   return std::visit(Visitor{parameter}, value);
 }
+
+Json JsonOf(const MaterialBitmap& bitmap) { return Json(bitmap.name); }
 
 }  // namespace
 
 Container ContainerOf(const MaterialNode& node) {
   Container container;
   for (const MaterialNode::Value& each : node.values) {
-    container.Set(each.parameter->key, ToContainer(each.value));
+    Store(container, *each.parameter, each.value);
   }
   for (const MaterialInput& each : node.inputs) {
-    Container link;
-    link.Set(KeyLinkPluginId, Word{each.node.shader->id});
-    link.Set(KeyLinkParameters, NestedContainer(ContainerOf(each.node)));
+    const Container link =
+        std::visit([](const auto& content) { return DescriptionOf(content); }, each.content);
     container.Set(each.input->key, NestedContainer(link));
   }
   return container;
@@ -60,7 +100,9 @@ Json JsonOf(const MaterialNode& node) {
     members.push_back({each.parameter->name, ToJson(*each.parameter, each.value)});
   }
   for (const MaterialInput& each : node.inputs) {
-    members.push_back({each.input->name, JsonOf(each.node)});
+    members.push_back(
+        {each.input->name,
+         std::visit([](const auto& content) { return JsonOf(content); }, each.content)});
   }
   return Json(std::move(members));
 }

@@ -2,6 +2,9 @@
 // inputs.
 #pragma once
 
+#include <filesystem>
+#include <string>
+#include <variant>
 #include <vector>
 
 #include "host/services/containers.h"
@@ -24,13 +27,18 @@ struct MaterialNode {
   std::vector<MaterialInput> inputs;  // in the catalogue's order; those not given stay empty
 };
 
-struct MaterialInput {
-  const ShaderInput* input = nullptr;
-  MaterialNode node;
+struct MaterialBitmap {
+  std::string name;            // as material files spell it
+  std::filesystem::path file;  // where it was found
 };
 
-/// The node as message MessageSetParameters takes it. An input is a container of its own, with the
-/// plug-in id and the parameters of the shader that feeds it.
+struct MaterialInput {
+  const ShaderInput* input = nullptr;
+  std::variant<MaterialNode, MaterialBitmap> content;
+};
+
+/// The node as message MessageSetParameters takes it. An input is a container of its own: the
+/// plug-in id and the parameters of the shader that feeds it, or id 0 and a bitmap's file.
 Container ContainerOf(const MaterialNode& node);
 
 /// The node as a material file spells it, always in the same way: names rather than numbers, the

@@ -143,6 +143,8 @@ Reading ReadParameterValue(const ShaderParameter& parameter, const Json& json) {
     case ParameterType::Text:
       if (const auto* text = std::get_if<std::string>(&json.value)) return ReadValue{*text, {}};
       return Expected("a text", json);
+    case ParameterType::Ramp:  // has many places, and a reader that can tell them
+      break;
   }
   return Failed("a parameter of an unknown type");
 }

@@ -16,7 +16,8 @@ struct ReadValue {
   std::string warning;  // empty, or why a dialog would not give this value
 };
 
-/// The value for a parameter; the error tells what was expected, in one line without the place.
+/// The value for a parameter of any type but a ramp (material_ramp.h); the error tells what was
+/// expected, in one line without the place.
 tl::expected<ReadValue, std::string> ReadParameterValue(const ShaderParameter& parameter,
                                                         const Json& json);
 

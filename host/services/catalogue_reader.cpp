@@ -27,6 +27,7 @@ struct CatalogueFile {
 // here of the format; the reader under them knows none of it.
 template <class Struct, class Member>
 struct Row {
+  using Owner = Struct;
   std::string_view name;
   Member Struct::*member;
   bool required = true;
@@ -42,7 +43,7 @@ constexpr auto RowsOf(const ParameterChoice&) {
 }
 constexpr auto RowsOf(const ShaderInput&) {
   return std::tuple{Row{"key", &ShaderInput::key}, Row{"name", &ShaderInput::name},
-                    Row{"label", &ShaderInput::label}};
+                    Row{"label", &ShaderInput::label}, Optional("help", &ShaderInput::help)};
 }
 constexpr auto RowsOf(const ShaderParameter&) {
   return std::tuple{Row{"key", &ShaderParameter::key},
@@ -57,6 +58,25 @@ constexpr auto RowsOf(const ShaderParameter&) {
                     Optional("step", &ShaderParameter::step),
                     Optional("unit", &ShaderParameter::unit),
                     Optional("choices", &ShaderParameter::choices)};
+}
+constexpr auto RowsOf(const RampKnot&) {
+  return std::tuple{Row{"position", &RampKnot::position}, Row{"colour", &RampKnot::colour},
+                    Row{"bias", &RampKnot::bias}};
+}
+constexpr auto RowsOf(const RampKeys&) {
+  return std::tuple{
+      Row{"countKey", &RampKeys::count},       Row{"colourKey", &RampKeys::colour},
+      Row{"positionKey", &RampKeys::position}, Row{"biasKey", &RampKeys::bias},
+      Row{"keyStride", &RampKeys::stride},     Row{"interpolationKey", &RampKeys::interpolation},
+      Row{"knots", &RampKeys::knots}};
+}
+// The entry of a ramp: a parameter that has, in place of a key, those of its knots.
+constexpr auto RowsOfRamp() {
+  return std::tuple_cat(
+      std::tuple{Row{"name", &ShaderParameter::name}, Row{"label", &ShaderParameter::label},
+                 Optional("help", &ShaderParameter::help), Row{"type", &ShaderParameter::type},
+                 Row{"default", &ShaderParameter::initial}},
+      RowsOf(RampKeys()));
 }
 constexpr auto RowsOf(const ShaderDescription&) {
   return std::tuple{Row{"id", &ShaderDescription::id},
@@ -73,7 +93,8 @@ constexpr auto RowsOf(const CatalogueFile&) {
 }
 
 // The names of the types, in the order of ParameterType and of the alternatives of ParameterValue.
-constexpr std::array<std::string_view, 5> kTypeNames = {"int", "float", "bool", "vector", "string"};
+constexpr std::array<std::string_view, 6> kTypeNames = {"int",    "float",  "bool",
+                                                        "vector", "string", "ramp"};
 
 // Reads values of any type that the tables mention. The first thing that is wrong is kept, and the
 // way to it is put together while the calls return.
@@ -81,21 +102,25 @@ class Reader {
  public:
   template <class Struct>
   bool Read(const Json& json, Struct& value) {
-    const auto* members = std::get_if<Json::Object>(&json.value);
-    if (members == nullptr) return Fail(json, "expected an object");
-    const auto rows = RowsOf(value);
-    for (const JsonMember& member : *members) {
-      if (!IsNamed(rows, member.name)) {
-        return Below(member.name, Fail(member.value, "this name is unknown"));
-      }
-    }
-    const auto read = [&](const auto& row) { return ReadRow(json, row, value); };
-    return std::apply([&](const auto&... row) { return (read(row) && ...); }, rows) &&
+    return ReadRows(json, RowsOf(value), value) && Finish(json, value);
+  }
+  bool Read(const Json& json, ShaderParameter& value) {
+    const Json* type = json.Find("type");
+    const auto* name = type == nullptr ? nullptr : std::get_if<std::string>(&type->value);
+    const bool isRamp = name != nullptr && *name == kTypeNames.back();
+    return (isRamp ? ReadRows(json, RowsOfRamp(), value, value.ramp)
+                   : ReadRows(json, RowsOf(value), value)) &&
            Finish(json, value);
   }
 
   bool Read(const Json& json, std::int32_t& value) {
     return Take(json, IntegerIn(json), value, "expected an integer");
+  }
+  bool Read(const Json& json, float& value) {
+    return Take(json, FloatIn(json), value, "expected a number");
+  }
+  bool Read(const Json& json, Vector& value) {
+    return Take(json, VectorIn(json), value, "expected three numbers");
   }
   bool Read(const Json& json, std::string& value) {
     const auto* text = std::get_if<std::string>(&json.value);
@@ -117,7 +142,8 @@ class Reader {
     std::string name;
     if (!Read(json, name)) return false;
     const auto found = std::find(kTypeNames.begin(), kTypeNames.end(), name);
-    if (found == kTypeNames.end()) return Fail(json, "expected int, float, bool, vector or string");
+    if (found == kTypeNames.end())
+      return Fail(json, "expected int, float, bool, vector, string or ramp");
     value = static_cast<ParameterType>(found - kTypeNames.begin());
     return true;
   }
@@ -127,14 +153,16 @@ class Reader {
       case ParameterType::Integer:
         return Read(json, value.emplace<std::int32_t>());
       case ParameterType::Real:
-        return Take(json, FloatIn(json), value.emplace<float>(), "expected a number");
+        return Read(json, value.emplace<float>());
       case ParameterType::Bool:
         value = std::holds_alternative<bool>(json.value) && std::get<bool>(json.value);
         return std::holds_alternative<bool>(json.value) || Fail(json, "expected true or false");
       case ParameterType::Vector:
-        return Take(json, VectorIn(json), value.emplace<Vector>(), "expected three numbers");
+        return Read(json, value.emplace<Vector>());
       case ParameterType::Text:
         return Read(json, value.emplace<std::string>());
+      case ParameterType::Ramp:
+        return Read(json, value.emplace<Ramp>());
     }
     return false;
   }
@@ -176,6 +204,23 @@ class Reader {
     return true;
   }
 
+  // Rows of several structs that share one object.
+  template <class Rows, class... Parts>
+  bool ReadRows(const Json& json, const Rows& rows, Parts&... parts) {
+    const auto* members = std::get_if<Json::Object>(&json.value);
+    if (members == nullptr) return Fail(json, "expected an object");
+    for (const JsonMember& member : *members) {
+      if (!IsNamed(rows, member.name)) {
+        return Below(member.name, Fail(member.value, "this name is unknown"));
+      }
+    }
+    const auto read = [&](const auto& row) {
+      using Owner = typename std::decay_t<decltype(row)>::Owner;
+      return ReadRow(json, row, std::get<Owner&>(std::tie(parts...)));
+    };
+    return std::apply([&](const auto&... row) { return (read(row) && ...); }, rows);
+  }
+
   template <class Rows>
   static bool IsNamed(const Rows& rows, std::string_view name) {
     return std::apply([&](const auto&... row) { return ((row.name == name) || ...); }, rows);
@@ -197,6 +242,7 @@ class Reader {
   // What no single row can tell: names and numbers that must differ, and the like.
   bool Finish(const Json& /*json*/, const ParameterChoice& /*choice*/) { return true; }
   bool Finish(const Json& /*json*/, const ShaderInput& /*input*/) { return true; }
+  bool Finish(const Json& /*json*/, const RampKnot& /*knot*/) { return true; }
   bool Finish(const Json& json, const ShaderParameter& parameter) {
     return Differ(json, parameter.choices, &ParameterChoice::value, "value") &&
            Differ(json, parameter.choices, &ParameterChoice::name, "name");

@@ -24,12 +24,30 @@ struct ParameterChoice {
   std::string label;  ///< in dialogs
 };
 
-enum class ParameterType { Integer, Real, Bool, Vector, Text };
+/// One colour of a ramp, at a place of 0..1.
+struct RampKnot {
+  float position = 0;
+  Vector colour = {};
+  float bias = 0.5f;  ///< where the span to the next knot is half way through
+};
+using Ramp = std::vector<RampKnot>;
 
-using ParameterValue = std::variant<std::int32_t, float, bool, Vector, std::string>;
+enum class ParameterType { Integer, Real, Bool, Vector, Text, Ramp };
+
+using ParameterValue = std::variant<std::int32_t, float, bool, Vector, std::string, Ramp>;
+
+/// Where the containers of the messages hold a ramp: knot i has its values under these keys plus i
+/// times the stride.
+struct RampKeys {
+  std::int32_t count = 0;  ///< of the number of knots
+  std::int32_t colour = 0, position = 0, bias = 0;
+  std::int32_t stride = 0;
+  std::int32_t interpolation = 0;  ///< of the parameter that chooses the curve between knots
+  std::int32_t knots = 0;          ///< how many there may be
+};
 
 struct ShaderParameter {
-  std::int32_t key = 0;  ///< in the containers of the messages
+  std::int32_t key = 0;  ///< in the containers of the messages; 0 for a ramp
   std::string name;
   std::string label;
   std::string help;
@@ -40,6 +58,7 @@ struct ShaderParameter {
   std::string unit;  ///< "percent", "degrees", ..., empty for none
   std::vector<ParameterChoice> choices;
   std::int32_t describe = 0;  ///< a DescribeType: the shader's own word for the type
+  RampKeys ramp;              ///< of a ramp alone
 
   const ParameterChoice* FindChoice(std::string_view choice) const noexcept;
 };
@@ -49,6 +68,7 @@ struct ShaderInput {
   std::int32_t key = 0;
   std::string name;
   std::string label;
+  std::string help;
 };
 
 struct ShaderDescription {
