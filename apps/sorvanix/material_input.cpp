@@ -2,14 +2,26 @@
 
 #include <fmt/format.h>
 
+#include <CLI/App.hpp>
+
+#include "host/images/bitmap_texture.h"
 #include "host/services/filenames.h"
 
 namespace sorvanix::cli {
 
 namespace fs = std::filesystem;
 
+void AddImagesOption(CLI::App& app, std::vector<std::string>& folders) {
+  app.add_option("--images", folders,
+                 "A folder in which bitmaps are looked for when they are not beside the material; "
+                 "may be given several times")
+      ->type_name("FOLDER")
+      ->expected(1)
+      ->take_all();
+}
+
 MaterialInput LoadMaterial(const fs::path& file, const host::ShaderCatalogue& catalogue,
-                           const std::vector<fs::path>& imageFolders) {
+                           const std::vector<std::string>& imageFolders) {
   MaterialInput input;
   const auto text = host::ReadMaterialText(file);
   if (!text) {
@@ -17,7 +29,12 @@ MaterialInput LoadMaterial(const fs::path& file, const host::ShaderCatalogue& ca
     input.error = fmt::format("{}: {}", host::Utf8FromPath(file), text.error());
     return input;
   }
-  input.reading = host::ReadMaterial(*text, catalogue, {.file = file, .imageFolders = imageFolders});
+  host::MaterialPlaces places = {.file = file, .imageFolders = {}};
+  for (const std::string& folder : imageFolders) {
+    places.imageFolders.push_back(host::PathFromUtf8(folder));
+  }
+  host::SetTextureLoader(host::OpenBitmapTexture);
+  input.reading = host::ReadMaterial(*text, catalogue, places);
   const auto errors = input.reading.Errors();
   if (errors.empty()) return input;
   input.code = ExitCode::InvalidInput;

@@ -2,12 +2,15 @@
 #pragma once
 
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "apps/sorvanix/exit_code.h"
 #include "host/channels/material_file.h"
+
+namespace CLI {
+class App;
+}
 
 namespace sorvanix::cli {
 
@@ -17,10 +20,13 @@ struct MaterialInput {
   std::string error;               // one line, that of the first error; empty without one
 };
 
-/// Reads a file, with all that it refers to, and checks it. Bitmaps are looked for beside the file,
-/// then in the folders.
+/// Adds --images, which may be given several times.
+void AddImagesOption(CLI::App& app, std::vector<std::string>& folders);
+
+/// Reads a file, with all that it refers to, and checks it. Bitmaps are looked for beside the file
+/// that names them, then in the folders.
 MaterialInput LoadMaterial(const std::filesystem::path& file,
                            const host::ShaderCatalogue& catalogue,
-                           const std::vector<std::filesystem::path>& imageFolders);
+                           const std::vector<std::string>& imageFolders);
 
 }  // namespace sorvanix::cli

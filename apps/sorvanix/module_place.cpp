@@ -16,9 +16,9 @@ namespace fs = std::filesystem;
 
 constexpr const char* kModuleVariable = "SORVANIX_MODULE";
 
-// Relative to the program's folder: in a build tree, and as installed.
-constexpr const char* kUsualPlaces[] = {"sorvaNIX/sorvaNIX.so", "../lib/sorvanix/sorvaNIX.so",
-                                        "../lib/sorvanix/sorvaNIX/sorvaNIX.so"};
+// Relative to the program's folder: in the same folder, in a build tree, and as installed.
+constexpr const char* kUsualPlaces[] = {"sorvaNIX/sorvaNIX.so", "../sorvaNIX/sorvaNIX.so",
+                                        "../lib/sorvanix/sorvaNIX.so"};
 
 }  // namespace
 
@@ -37,9 +37,8 @@ tl::expected<fs::path, std::string> FindModule(const std::string& asked) {
   for (const char* const place : kUsualPlaces) {
     if (fs::exists(folder / place, error)) return folder / place;
   }
-  return tl::unexpected(
-      fmt::format("the module is not at {}; name it with --module or {}",
-                  host::Utf8FromPath(folder / kUsualPlaces[0]), kModuleVariable));
+  return tl::unexpected(fmt::format("the module is not at {}; name it with --module or {}",
+                                    host::Utf8FromPath(folder / kUsualPlaces[0]), kModuleVariable));
 }
 
 tl::expected<host::ShaderCatalogue, std::string> LoadCatalogue(const fs::path& module) {

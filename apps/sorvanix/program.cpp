@@ -23,6 +23,7 @@ constexpr Verb kVerbs[] = {
     {"list", "Lists the shaders", DeclareList},
     {"describe", "Describes a shader and its parameters", DeclareDescribe},
     {"validate", "Checks material files", DeclareValidate},
+    {"schema", "Prints the JSON Schema of material files", DeclareSchema},
     {"bake", "Bakes materials into images", DeclareBake},
     {"info", "Tells what an image holds and how it was made", DeclareInfo},
 };

@@ -20,9 +20,7 @@ std::string OneLine(std::string_view message) {
 
 }  // namespace
 
-void Complain(std::string_view message) {
-  fmt::print(stderr, "sorvanix: {}\n", OneLine(message));
-}
+void Complain(std::string_view message) { fmt::print(stderr, "sorvanix: {}\n", OneLine(message)); }
 
 void Warn(std::string_view message) {
   fmt::print(stderr, "sorvanix: warning: {}\n", OneLine(message));

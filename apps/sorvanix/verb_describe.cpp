@@ -46,7 +46,7 @@ std::string UnknownShader(const ShaderCatalogue& catalogue, const std::string& w
 }
 
 const char* NameOf(host::ParameterType type) {
-  constexpr const char* kNames[] = {"int", "float", "bool", "vector", "string"};
+  constexpr const char* kNames[] = {"int", "float", "bool", "vector", "string", "ramp"};
   return kNames[static_cast<std::size_t>(type)];
 }
 
@@ -65,6 +65,9 @@ std::string TextOf(const ShaderParameter& parameter) {
       return fmt::format("[{}, {}, {}]", value.x, value.y, value.z);
     }
     std::string operator()(const std::string& value) const { return '"' + value + '"'; }
+    std::string operator()(const host::Ramp& value) const {
+      return fmt::format("{} of up to {} knots", value.size(), parameter.ramp.knots);
+    }
   };
   return std::visit(Visitor{parameter}, parameter.initial);
 }
@@ -91,8 +94,8 @@ std::string ParagraphOf(const ShaderParameter& parameter) {
 }
 
 std::string AsText(const ShaderDescription& shader) {
-  std::string text = fmt::format("{} ({}, {})\n{}\n", shader.name, shader.id, shader.category,
-                                 shader.summary);
+  std::string text =
+      fmt::format("{} ({}, {})\n{}\n", shader.name, shader.id, shader.category, shader.summary);
   if (!shader.inputs.empty()) text += "\nInputs:\n";
   for (const ShaderInput& input : shader.inputs) {
     text += fmt::format("  {}  {}\n", input.name, input.label);

@@ -38,15 +38,16 @@ std::string AsJson(const std::string& file, const ImageInfo& info) {
     entry.push_back({"intact", Json(info.Intact())});
   }
   if (!info.program.empty()) entry.push_back({"program", Json(info.program)});
-  if (!info.recipe.empty()) entry.push_back({"recipe", host::ParseJson(info.recipe).value_or(Json())});
+  if (!info.recipe.empty())
+    entry.push_back({"recipe", host::ParseJson(info.recipe).value_or(Json())});
   return host::WriteJson(Json(std::move(entry))) + '\n';
 }
 
 std::string AsText(const std::string& file, const ImageInfo& info) {
-  std::string text = fmt::format("file          {}\nformat        {}\nsize          {}x{}, {} channels\n"
-                                 "depth         {}\n",
-                                 file, info.format, info.width, info.height, info.channels,
-                                 info.depth);
+  std::string text = fmt::format(
+      "file          {}\nformat        {}\nsize          {}x{}, {} channels\n"
+      "depth         {}\n",
+      file, info.format, info.width, info.height, info.channels, info.depth);
   if (!info.colourSpace.empty()) text += fmt::format("colour space  {}\n", info.colourSpace);
   text += fmt::format("pixel hash    {}\n", info.pixelHash);
   if (!info.Intact()) {

@@ -21,6 +21,7 @@ using host::MaterialProblem;
 
 struct ValidateOptions {
   std::vector<std::string> files;
+  std::vector<std::string> imageFolders;
   std::string module;
   bool json = false;
   bool quiet = false;
@@ -28,11 +29,14 @@ struct ValidateOptions {
 
 Json AsJson(const MaterialProblem& problem) {
   const auto number = [](std::size_t value) { return Json(static_cast<std::int64_t>(value)); };
-  return Json(Json::Object{{"severity", Json(std::string(problem.isError ? "error" : "warning"))},
-                           {"pointer", Json(problem.pointer)},
-                           {"line", number(problem.position.line)},
-                           {"column", number(problem.position.column)},
-                           {"message", Json(problem.message)}});
+  Json::Object entry = {{"severity", Json(std::string(problem.isError ? "error" : "warning"))},
+                        {"pointer", Json(problem.pointer)},
+                        {"line", number(problem.position.line)},
+                        {"column", number(problem.position.column)},
+                        {"message", Json(problem.message)}};
+  // Of a file that the material refers to.
+  if (!problem.file.empty()) entry.push_back({"file", Json(host::Utf8FromPath(problem.file))});
+  return Json(std::move(entry));
 }
 
 Json AsJson(const std::string& file, const MaterialInput& input) {
@@ -71,7 +75,8 @@ ExitCode Validate(const ValidateOptions& options) {
   FailureTally tally;
   Json::Array report;
   for (const std::string& file : options.files) {
-    const MaterialInput input = LoadMaterial(host::PathFromUtf8(file), *catalogue);
+    const MaterialInput input =
+        LoadMaterial(host::PathFromUtf8(file), *catalogue, options.imageFolders);
     Tell(options, file, input);
     report.push_back(AsJson(file, input));
     if (input.code == ExitCode::Done) {
@@ -91,6 +96,7 @@ VerbAction DeclareValidate(CLI::App& app) {
   app.add_option("files", options->files, "Material files")->required();
   app.add_flag("--json", options->json, "Print a JSON array with each file's problems");
   app.add_flag("--quiet", options->quiet, "Tell errors only");
+  AddImagesOption(app, options->imageFolders);
   AddModuleOption(app, options->module);
   return [options] { return Validate(*options); };
 }

@@ -51,14 +51,26 @@ Container DescriptionOf(const MaterialBitmap& bitmap) {
   return link;
 }
 
-Json ToJson(const ShaderParameter& parameter, const ParameterValue& value) {
+Json JsonOf(const MaterialBitmap& bitmap) { return Json(bitmap.name); }
+
+// The name of the value, when it is one of its parameter's choices.
+std::string_view ChoiceOf(const MaterialNode::Value& given) {
+  const auto* integer = std::get_if<std::int32_t>(&given.value);
+  if (integer == nullptr) return {};
+  for (const ParameterChoice& choice : given.parameter->choices) {
+    if (choice.value == *integer) return choice.name;
+  }
+  return {};
+}
+
+}  // namespace
+
+Json JsonOf(const ShaderParameter& parameter, const ParameterValue& value) {
   struct Visitor {
     const ShaderParameter& parameter;
     Json operator()(std::int32_t integer) const {
-      const auto choice =
-          std::find_if(parameter.choices.begin(), parameter.choices.end(),
-                       [integer](const ParameterChoice& each) { return each.value == integer; });
-      return choice != parameter.choices.end() ? Json(choice->name) : JsonOf(integer);
+      const std::string_view choice = ChoiceOf({&parameter, integer});
+      return choice.empty() ? JsonOf(integer) : Json(std::string(choice));
     }
     Json operator()(float real) const { return JsonOf(real); }
     Json operator()(bool truth) const { return Json(truth); }
@@ -77,10 +89,6 @@ Json ToJson(const ShaderParameter& parameter, const ParameterValue& value) {
   return std::visit(Visitor{parameter}, value);
 }
 
-Json JsonOf(const MaterialBitmap& bitmap) { return Json(bitmap.name); }
-
-}  // namespace
-
 Container ContainerOf(const MaterialNode& node) {
   Container container;
   for (const MaterialNode::Value& each : node.values) {
@@ -97,7 +105,7 @@ Container ContainerOf(const MaterialNode& node) {
 Json JsonOf(const MaterialNode& node) {
   Json::Object members = {{"shader", Json(node.shader->name)}};
   for (const MaterialNode::Value& each : node.values) {
-    members.push_back({each.parameter->name, ToJson(*each.parameter, each.value)});
+    members.push_back({each.parameter->name, JsonOf(*each.parameter, each.value)});
   }
   for (const MaterialInput& each : node.inputs) {
     members.push_back(
@@ -105,6 +113,17 @@ Json JsonOf(const MaterialNode& node) {
          std::visit([](const auto& content) { return JsonOf(content); }, each.content)});
   }
   return Json(std::move(members));
+}
+
+bool DrawsRandomNumbers(const MaterialNode& node) {
+  constexpr std::string_view kRandomNoise = "WhiteRandomType";
+  return std::any_of(
+             node.values.begin(), node.values.end(),
+             [&](const MaterialNode::Value& each) { return ChoiceOf(each) == kRandomNoise; }) ||
+         std::any_of(node.inputs.begin(), node.inputs.end(), [](const MaterialInput& each) {
+           const auto* inner = std::get_if<MaterialNode>(&each.content);
+           return inner != nullptr && DrawsRandomNumbers(*inner);
+         });
 }
 
 }  // namespace sorvanix::host

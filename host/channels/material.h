@@ -41,8 +41,16 @@ struct MaterialInput {
 /// plug-in id and the parameters of the shader that feeds it, or id 0 and a bitmap's file.
 Container ContainerOf(const MaterialNode& node);
 
+/// A parameter's value as a material file spells it.
+Json JsonOf(const ShaderParameter& parameter, const ParameterValue& value);
+
 /// The node as a material file spells it, always in the same way: names rather than numbers, the
 /// catalogue's order. Read again it gives an equal node.
 Json JsonOf(const MaterialNode& node);
+
+/// Whether a shader of the graph draws a new random number for every sample. Its picture depends on
+/// the order of the samples and on all that the module drew since it was started; everything else
+/// depends on the sample alone.
+bool DrawsRandomNumbers(const MaterialNode& node);
 
 }  // namespace sorvanix::host

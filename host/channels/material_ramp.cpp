@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "host/channels/material_value.h"
 
@@ -11,31 +12,23 @@ namespace sorvanix::host {
 
 namespace {
 
-enum KnotPart { kPosition, kColour, kBias };
+enum KnotPart { kPosition, kColour, kBias };  // in the order of KnotParameters
 
-std::array<ShaderParameter, 3> DescribeKnot() {
-  std::array<ShaderParameter, 3> parts;
-  parts[kPosition] = {.name = "position",
-                      .label = "Position",
-                      .help = "The place of the knot on the ramp.",
-                      .type = ParameterType::Real,
-                      .initial = 0.0f,
-                      .minimum = 0,
-                      .maximum = 1};
-  parts[kColour] = {.name = "colour",
-                    .label = "Colour",
-                    .help = "The colour at the knot.",
-                    .type = ParameterType::Vector,
-                    .initial = Vector{},
-                    .unit = "colour"};
-  parts[kBias] = {.name = "bias",
-                  .label = "Bias",
-                  .help = "Where the span to the next knot is half way through.",
-                  .type = ParameterType::Real,
-                  .initial = 0.5f,
-                  .minimum = 0,
-                  .maximum = 1};
-  return parts;
+ShaderParameter Part(const char* name, const char* label, const char* help, ParameterType type,
+                     ParameterValue initial) {
+  ShaderParameter part;
+  part.name = name;
+  part.label = label;
+  part.help = help;
+  part.type = type;
+  part.initial = std::move(initial);
+  if (type == ParameterType::Real) {
+    part.minimum = 0;
+    part.maximum = 1;
+  } else {
+    part.unit = "colour";
+  }
+  return part;
 }
 
 class RampReader {
@@ -95,7 +88,11 @@ bool IsBefore(const RampKnot& first, const RampKnot& second) {
 }  // namespace
 
 std::span<const ShaderParameter> KnotParameters() {
-  static const std::array<ShaderParameter, 3> parts = DescribeKnot();
+  using enum ParameterType;
+  static const std::array<ShaderParameter, 3> parts = {
+      Part("position", "Position", "The place of the knot on the ramp.", Real, 0.0f),
+      Part("colour", "Colour", "The colour at the knot.", Vector, ::Vector{}),
+      Part("bias", "Bias", "Where the span to the next knot is half way through.", Real, 0.5f)};
   return parts;
 }
 

@@ -43,7 +43,7 @@ struct NoiseQuery {
 /// Moves an octave count towards a lower one; a `detail` of 1 or more lands on it.
 inline float MixOctaves(const NoiseQuery& query, double target) noexcept {
   const double mixed = (target - query.octaves) * Clamp01(query.detail) + query.octaves;
-  return static_cast<float>(Clamp(mixed, 0, 20));
+  return static_cast<float>(Limit(0, 20, mixed));
 }
 
 /// The octave count for a sample that has room for `cap` octaves.
@@ -69,7 +69,7 @@ inline double PeakLevel(const NoiseQuery& query, float start, float ratio) noexc
     sum += weight;
     weight *= ratio;
   }
-  return sum + weight * Frac(query.octaves);
+  return sum + weight * Fraction(query.octaves);
 }
 
 }  // namespace sorvanix

@@ -70,7 +70,7 @@ double RidgedPeak(const NoiseQuery& q) noexcept {
   float x = q.x;  // the copies move along x alone
   const auto copy = [&] {
     const double r = Magnitude(Ridged(q, Point(x + w, q.y - w, q.z + w)));
-    const double s = r >= 0.25 ? 1 : Smooth(4 * r);
+    const double s = r >= 0.25 ? 1 : SmoothCurve(4 * r);
     return Clamp01((Bias(s, 0.95f) - 0.6f) * 2.5000002f);
   };
   double peak = 0;
@@ -82,7 +82,7 @@ double RidgedPeak(const NoiseQuery& q) noexcept {
       ++i;
     } while (IsBelow(i, q.octaves));
   }
-  peak = Greater(peak, copy() * Frac(q.octaves));
+  peak = Greater(peak, copy() * Fraction(q.octaves));
   return q.filtered() ? FadeTo(q, peak, PeakLevel(q, 0.5f, 0.5f)) : peak;
 }
 

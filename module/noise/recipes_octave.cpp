@@ -31,9 +31,9 @@ double BiasedSum(const NoiseQuery& q) noexcept {
       point.x += 3;
     } while (IsBelow(i, octaves));
   }
-  const double last = octaves == 1 ? copy() : copy() * Frac(octaves);
+  const double last = octaves == 1 ? copy() : copy() * Fraction(octaves);
   // Below one octave: a mix from 0.5 to the noise.
-  if (octaves < 1) return (last + sum) - Frac(octaves) * 0.5 + 0.5;
+  if (octaves < 1) return (last + sum) - Fraction(octaves) * 0.5 + 0.5;
   return (last + sum) / octaves;
 }
 
@@ -49,7 +49,7 @@ double PeakMagnitude(const NoiseQuery& q) noexcept {
       ++i;
     } while (IsUpTo(i, q.octaves));
   }
-  peak = Greater(peak, copy(i) * Frac(q.octaves));
+  peak = Greater(peak, copy(i) * Fraction(q.octaves));
   if (q.filtered()) peak = FadeTo(q, peak, PeakLevel(q, 0.35f, 0.5f));
   return Clamp01((peak - 0.25) * 1.3333334f) * peak;
 }
@@ -72,9 +72,9 @@ double TurbulentUnitSum(const NoiseQuery& q) noexcept {
       ++i;
     } while (IsUpTo(i, octaves));
   }
-  sum = copy() * Frac(octaves) + sum;
+  sum = copy() * Fraction(octaves) + sum;
   // Below one octave: a mix from 0.5 to the noise.
-  if (octaves < 1) return sum - Frac(octaves) * 0.5 + 0.5;
+  if (octaves < 1) return sum - Fraction(octaves) * 0.5 + 0.5;
   return sum / octaves;
 }
 
@@ -90,7 +90,7 @@ double InvertedPeak(const NoiseQuery& q) noexcept {
       ++i;
     } while (IsBelow(i, q.octaves));
   }
-  peak = Greater(peak, copy(i) * Frac(q.octaves));
+  peak = Greater(peak, copy(i) * Fraction(q.octaves));
   if (q.filtered()) peak = FadeTo(q, peak, PeakLevel(q, 0.5f, 0.5f));
   return 1 - peak;
 }
@@ -114,8 +114,8 @@ double RidgeProduct(const NoiseQuery& q) noexcept {
       mean *= 0.5;
     } while (IsBelow(i, octaves));
   }
-  product = (copy(i) * product - product) * Frac(octaves) + product;
-  mean = (mean * 0.5 - mean) * Frac(octaves) + mean;
+  product = (copy(i) * product - product) * Fraction(octaves) + product;
+  mean = (mean * 0.5 - mean) * Fraction(octaves) + mean;
   product = Clamp01(limit) * (product - mean) + mean;
 
   // A fine layer, ten times smaller, that fades to its mean of 0.25 ten times sooner.
@@ -138,7 +138,7 @@ double DifferenceOctave(const NoiseQuery& q) noexcept {
       frequency *= 2;
     } while (IsBelow(i, q.octaves));
   }
-  sum = difference() * Frac(q.octaves) * 0.5 + sum;
+  sum = difference() * Fraction(q.octaves) * 0.5 + sum;
   // Nothing guards the division: without octaves the result is what the curve and the clamps make
   // of an infinity or a NaN.
   const double curved = Clamp01(Bias(sum / q.octaves, 0.6f));
@@ -165,7 +165,7 @@ double SparsePeak(const NoiseQuery& q) noexcept {
       ++i;
     } while (IsUpTo(i, q.octaves));
   }
-  keep(copy(i) * Frac(q.octaves));
+  keep(copy(i) * Fraction(q.octaves));
 
   const double ridge = Clamp01((peak - 0.95f) * 19.999996f);
   const double grain = hostTurbulence(q.scaled(75), q.time, 1.0f, q.absolute) * 0.25 + 0.5;

@@ -46,7 +46,7 @@ double SoftBand(const NoiseQuery& q) noexcept {
   const double n = hostSignedNoise(q.point(), q.time);
   const double b =
       Clamp01((hostTurbulence(q.warped(n), q.time, EffectiveOctaves(q), 0) + 2.0) * 0.25);
-  return Smooth(Band(b, a));
+  return SmoothCurve(Band(b, a));
 }
 
 double RemappedTurbulence(const NoiseQuery& q) noexcept {

@@ -7,27 +7,16 @@
 
 #include <cmath>
 
+#include "module/kit/remap.h"
+
 namespace sorvanix {
-
-/// Limits a value to lo..hi; NaN passes.
-constexpr double Clamp(double value, double lo, double hi) noexcept {
-  if (value < lo) return lo;
-  if (value > hi) return hi;
-  return value;
-}
-
-/// Limits a value to 0..1; NaN passes.
-constexpr double Clamp01(double value) noexcept { return Clamp(value, 0, 1); }
-
-/// The cubic with level ends: 0 to 1 for 0 to 1.
-constexpr double Smooth(double u) noexcept { return u * u * (3 - 2 * u); }
 
 /// A smooth step from lo to hi. `scale` stands for 1 / (hi - lo): each use has its own stored
 /// constant, which differs from the quotient in the last digits.
 constexpr double SoftStep(double value, float lo, float hi, float scale) noexcept {
   if (value < lo) return 0;
   if (value >= hi) return 1;
-  return Smooth((value - lo) * scale);
+  return SmoothCurve((value - lo) * scale);
 }
 
 /// A linear step of half width `halfWidth` around 0.5; a hard step for width 0.
@@ -45,12 +34,6 @@ inline double Bias(double value, float b) noexcept {
 }
 
 constexpr double Magnitude(double value) noexcept { return value < 0 ? -value : value; }
-
-/// The fractional part, from 0 up to 1 for negative values, too.
-inline double Frac(double value) noexcept {
-  const double fraction = value - std::trunc(value);
-  return fraction < 0 ? fraction + 1 : fraction;
-}
 
 /// The greater of two, the first when either is NaN.
 constexpr double Greater(double first, double second) noexcept {

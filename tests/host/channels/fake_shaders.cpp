@@ -189,6 +189,31 @@ LinkHost::LinkHost() : host_({.services = {InstallLinks}}) {
 
 LinkHost::~LinkHost() { SetTextureLoader(nullptr); }
 
+const ShaderCatalogue& Catalogue() {
+  static const ShaderCatalogue catalogue = ShaderCatalogue::Parse(R"({
+    "format": "sorvanix-shaders", "version": 1, "shaders": [
+      { "id": 5001, "name": "Probe", "title": "Probe", "category": "generator", "summary": "Probes.",
+        "inputs": [],
+        "parameters": [
+          { "key": 1000, "name": "value", "label": "Value", "help": "What it answers.",
+            "type": "float", "default": 0.25, "describe": 2, "minimum": 0, "maximum": 8 } ] },
+      { "id": 5002, "name": "Scale", "title": "Scale", "category": "filter", "summary": "Scales.",
+        "inputs": [ {"key": 1001, "name": "input", "label": "Input", "help": "What is scaled."} ],
+        "parameters": [
+          { "key": 1000, "name": "factor", "label": "Factor", "type": "float", "default": 0.5,
+            "describe": 2 } ] },
+      { "id": 5004, "name": "Colours", "title": "Colours", "category": "filter",
+        "summary": "Colours.", "inputs": [],
+        "parameters": [
+          { "type": "ramp", "name": "ramp", "label": "Ramp", "help": "The colours.",
+            "colourKey": 1100, "positionKey": 1200, "biasKey": 1300, "countKey": 1002,
+            "interpolationKey": 1001, "knots": 4, "keyStride": 2,
+            "default": [ {"position": 0, "colour": [0, 0, 0], "bias": 0.5},
+                         {"position": 1, "colour": [1, 1, 1], "bias": 0.5} ] } ] } ] })")
+                                               .value();
+  return catalogue;
+}
+
 Container ProbeDescription(float value) {
   Container parameters;
   parameters.Set(kKeyValue, value);

@@ -9,6 +9,7 @@
 
 #include "host/channels/channel_link.h"
 #include "host/host.h"
+#include "host/services/shader_catalogue.h"
 
 namespace sorvanix::host::fake {
 
@@ -52,6 +53,10 @@ class LinkHost {
   ShaderRegistry registry_;
   std::unique_ptr<LinkedShaders> links_;
 };
+
+/// The two shaders as material files name them: "Probe" with "value", "Scale" with "factor" and
+/// "input". "Colours" is in the catalogue alone: it has a "ramp" of up to four knots.
+const ShaderCatalogue& Catalogue();
 
 /// The container of a link that holds a Probe with a value.
 Container ProbeDescription(float value);

@@ -9,29 +9,15 @@ namespace {
 
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
-TEST(Clamp01, LimitsAndLetsNanThrough) {
-  EXPECT_EQ(Clamp01(-0.5), 0);
-  EXPECT_EQ(Clamp01(0.25), 0.25);
-  EXPECT_EQ(Clamp01(1.5), 1);
-  EXPECT_TRUE(std::isnan(Clamp01(kNan)));
-}
-
-TEST(Smooth, HasLevelEndsAndACentre) {
-  EXPECT_EQ(Smooth(0), 0);
-  EXPECT_EQ(Smooth(0.5), 0.5);
-  EXPECT_EQ(Smooth(0.25), 0.15625);  // 1/16 * 2.5
-  EXPECT_EQ(Smooth(1), 1);
-}
-
 TEST(SoftStep, IsExactOutsideItsEnds) {
   EXPECT_EQ(SoftStep(0.1875, 0.25f, 0.75f, 2), 0);
   EXPECT_EQ(SoftStep(0.25, 0.25f, 0.75f, 2), 0);
-  EXPECT_EQ(SoftStep(0.375, 0.25f, 0.75f, 2), 0.15625);  // Smooth(0.25)
+  EXPECT_EQ(SoftStep(0.375, 0.25f, 0.75f, 2), 0.15625);  // 1/16 * 2.5
   EXPECT_EQ(SoftStep(0.75, 0.25f, 0.75f, 1), 1);         // at hi, whatever the scale is
 }
 
 TEST(SoftStep, TakesItsScaleAsTold) {
-  EXPECT_EQ(SoftStep(0.375, 0.25f, 0.75f, 4), 0.5);  // Smooth(0.125 * 4)
+  EXPECT_EQ(SoftStep(0.375, 0.25f, 0.75f, 4), 0.5);  // the curve at 0.125 * 4
 }
 
 TEST(Band, IsALinearStepAroundTheMiddle) {
@@ -55,16 +41,6 @@ TEST(Bias, SendsPowersOfTheHalfToPowersOfB) {
   EXPECT_NEAR(Bias(0.4, 0.25f), 0.16, 1e-12);  // b = 1/4 squares
   EXPECT_EQ(Bias(0, 0.6f), 0);
   EXPECT_EQ(Bias(1, 0.6f), 1);
-}
-
-TEST(Frac, CountsUpForNegativeNumbers) {
-  EXPECT_EQ(Frac(2.75), 0.75);
-  EXPECT_EQ(Frac(3), 0);
-  EXPECT_EQ(Frac(-0.25), 0.75);
-  EXPECT_EQ(Frac(-2), 0);
-  EXPECT_EQ(Frac(1e30), 0);
-  EXPECT_TRUE(std::isnan(Frac(kNan)));
-  EXPECT_TRUE(std::isnan(Frac(std::numeric_limits<double>::infinity())));
 }
 
 TEST(Greater, KeepsTheFirstAgainstNan) {

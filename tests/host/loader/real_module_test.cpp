@@ -1,0 +1,109 @@
+// The module itself, loaded by the standalone host: registration, exchange, persistence, leaks.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "host/loader/module.h"
+#include "host/services/shader_catalogue.h"
+#include "host/services/stream_json.h"
+#include "tests/host/services/collecting_sink.h"
+#include "tests/host/services/leak_check.h"
+
+namespace sorvanix::host {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+class RealModuleTest : public ::testing::Test {
+ protected:
+  LeakCheck leaks;
+  CollectingSink sink;
+  Host host{{.messages = &sink}};
+  Module module = Module::Load(host, SORVANIX_MODULE_PATH).value();
+  const ShaderCatalogue catalogue =
+      ShaderCatalogue::Load(module.Path().parent_path() / "Resources/shaders.json").value();
+};
+
+TEST_F(RealModuleTest, EveryShaderOfTheCatalogueIsRegisteredUnderItsTitle) {
+  for (const ShaderDescription& shader : catalogue.Shaders()) {
+    const RegisteredShader* registered = module.Shaders().Find(shader.id);
+    ASSERT_NE(registered, nullptr) << shader.name;
+    EXPECT_EQ(registered->name, shader.title);
+  }
+}
+
+TEST_F(RealModuleTest, EveryParameterAnswersWithItsDefaultAndItsTypeWord) {
+  for (const ShaderDescription& description : catalogue.Shaders()) {
+    Shader shader = module.Create(description.id, ChannelColour).value();
+    const Container values = shader.Parameters();
+    const Container types = shader.ParameterTypes();
+    for (const ShaderParameter& parameter : description.parameters) {
+      SCOPED_TRACE(description.name + " " + parameter.name);
+      EXPECT_NE(values.Find(parameter.key), nullptr);
+      EXPECT_EQ(types.GetInt(parameter.key), parameter.describe);
+      if (const float* real = std::get_if<float>(&parameter.initial)) {
+        EXPECT_EQ(values.GetFloat(parameter.key), *real);
+      }
+      if (const auto* integer = std::get_if<std::int32_t>(&parameter.initial)) {
+        EXPECT_EQ(values.GetInt(parameter.key), *integer);
+      }
+    }
+  }
+}
+
+TEST_F(RealModuleTest, EveryShaderComesBackFromItsJson) {
+  for (const auto& registered : module.Shaders().All()) {
+    SCOPED_TRACE(registered->name);
+    const Shader written = module.Create(registered->id, ChannelColour).value();
+    Stream stream;
+    written.Write(stream);
+    const std::string text = WriteJson(StreamToJson(stream.Values()));
+
+    Stream again(StreamFromJson(*ParseJson(text)).value());
+    Shader read = module.Create(registered->id, ChannelColour).value();
+    EXPECT_TRUE(read.Read(again));
+    EXPECT_TRUE(again.AtEnd());
+    EXPECT_TRUE(read.Equals(written));
+  }
+}
+
+TEST(RealModule, AHostThatIsTooOldToAttachIsRefused) {
+  Host host({.version = 6999});
+  EXPECT_THAT(Module::Load(host, SORVANIX_MODULE_PATH).error(), HasSubstr("refused to attach"));
+}
+
+TEST(RealModule, AHostThatIsTooOldToStartIsToldSo) {
+  CollectingSink sink;
+  Host host({.version = 7200, .messages = &sink});
+  EXPECT_THAT(Module::Load(host, SORVANIX_MODULE_PATH).error(), HasSubstr("did not start"));
+  EXPECT_THAT(sink.texts, ElementsAre(HasSubstr("7.201 or higher")));
+}
+
+TEST(RealModule, EveryAllocationMayFailFromLoadingToUnloading) {
+  const LeakCheck leaks;
+  CollectingSink sink;
+  Host host({.messages = &sink});
+  const int allocations = WithEveryAllocationFailing([&] {
+    const auto module = Module::Load(host, SORVANIX_MODULE_PATH);
+    if (!module) return;
+    for (const auto& registered : module->Shaders().All()) {
+      auto shader = module->Create(registered->id, ChannelColour);
+      if (shader) shader->SetParameters(shader->Parameters());
+    }
+  });
+  // At least: path, filename, folder, the folder's holder and copy, resources, a name, the fractal
+  // weights, a parameter block.
+  EXPECT_GE(allocations, 9);
+}
+
+TEST(RealModule, AThousandLivesLeaveNothingBehind) {
+  const LeakCheck leaks;
+  Host host;
+  for (int life = 0; life < 1000; ++life) {
+    const auto module = Module::Load(host, SORVANIX_MODULE_PATH);
+    ASSERT_TRUE(module.has_value()) << module.error();
+  }
+}
+
+}  // namespace
+}  // namespace sorvanix::host
