@@ -74,7 +74,7 @@ MeshLayout LayoutOf(const tinygltf::Model& model) {
   for (const tinygltf::Mesh& mesh : model.meshes) {
     for (const tinygltf::Primitive& part : mesh.primitives) {
       layout.hasNormals = layout.hasNormals || part.attributes.contains("NORMAL");
-      for (std::size_t set = layout.uvwSetCount; set < MostUvwSets; ++set) {
+      for (std::size_t set = layout.uvwSetCount; set < kMostUvwSets; ++set) {
         if (part.attributes.contains(UvwName(set))) layout.uvwSetCount = set + 1;
       }
     }
@@ -99,7 +99,7 @@ class Part {
         return tl::unexpected(*error);
       }
     }
-    for (std::size_t set = 0; set < MostUvwSets; ++set) {
+    for (std::size_t set = 0; set < kMostUvwSets; ++set) {
       const auto uvw = source.attributes.find(UvwName(set));
       if (uvw == source.attributes.end()) continue;
       if (auto error = OpenInto(part.uvws_[set], model, uvw->second, 2)) {
@@ -163,7 +163,7 @@ class Part {
     if (normals_ && point < normals_->Count()) {
       corner.normal = placement.Normal(Triple(*normals_, point));
     }
-    for (std::size_t set = 0; set < MostUvwSets; ++set) {
+    for (std::size_t set = 0; set < kMostUvwSets; ++set) {
       if (!uvws_[set] || point >= uvws_[set]->Count()) continue;
       corner.uvw[set] = {static_cast<float>(uvws_[set]->Number(point, 0)),
                          static_cast<float>(uvws_[set]->Number(point, 1)), 0};
@@ -173,7 +173,7 @@ class Part {
 
   int mode_ = 0;
   std::optional<GltfAccessor> points_, normals_, indices_;
-  std::array<std::optional<GltfAccessor>, MostUvwSets> uvws_;
+  std::array<std::optional<GltfAccessor>, kMostUvwSets> uvws_;
 };
 
 }  // namespace

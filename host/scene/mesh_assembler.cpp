@@ -10,7 +10,7 @@ namespace sorvanix::host {
 namespace {
 
 /// A small file may ask for the same triangles again and again; memory has an end.
-constexpr std::size_t MostPolygons = std::size_t{1} << 24;
+constexpr std::size_t kMostPolygons = std::size_t{1} << 24;
 
 Vector Mirrored(const Vector& v) noexcept { return {v.x, v.y, -v.z}; }
 
@@ -55,8 +55,8 @@ MeshAssembler::Result MeshAssembler::AddPolygon(std::span<const MeshCorner> corn
       }
     }
   }
-  if (mesh_.polygons.size() + corners.size() > MostPolygons) {
-    return tl::unexpected(fmt::format("there are more than {} polygons", MostPolygons));
+  if (mesh_.polygons.size() + corners.size() > kMostPolygons) {
+    return tl::unexpected(fmt::format("there are more than {} polygons", kMostPolygons));
   }
   // Mirroring turns the polygon over: the corners are taken from behind.
   const std::size_t count = corners.size();

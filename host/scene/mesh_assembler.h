@@ -12,11 +12,11 @@
 
 namespace sorvanix::host {
 
-inline constexpr std::size_t MostUvwSets = 4;
+inline constexpr std::size_t kMostUvwSets = 4;
 
 /// What a file knows of its corners, the same for all of them.
 struct MeshLayout {
-  std::size_t uvwSetCount = 0;  ///< at most MostUvwSets
+  std::size_t uvwSetCount = 0;  ///< at most kMostUvwSets
   bool hasNormals = false;
   bool uvwUpwards = false;  ///< v grows upwards: it is turned round
 };
@@ -25,7 +25,7 @@ struct MeshLayout {
 struct MeshCorner {
   std::int64_t point = 0;
   Vector normal = {};
-  std::array<Vector, MostUvwSets> uvw = {};
+  std::array<Vector, kMostUvwSets> uvw = {};
 };
 
 /// Errors are one line without the file's name; after one the mesh is of no use.

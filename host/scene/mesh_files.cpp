@@ -21,7 +21,7 @@ struct FormatRow {
   Mesh (*read)(const std::string& bytes, const std::filesystem::path& file);
 };
 
-constexpr std::array<FormatRow, 4> Formats = {
+constexpr std::array<FormatRow, 4> kFormats = {
     {{".obj",
       [](const std::string& bytes, const std::filesystem::path&) { return ReadObj(bytes); }},
      {".ply",
@@ -39,10 +39,10 @@ std::string LowerExtension(const std::filesystem::path& file) {
 
 Mesh ReadByExtension(const std::filesystem::path& file) {
   const std::string extension = LowerExtension(file);
-  const auto format = std::find_if(Formats.begin(), Formats.end(), [&](const FormatRow& row) {
+  const auto format = std::find_if(kFormats.begin(), kFormats.end(), [&](const FormatRow& row) {
     return row.extension == extension;
   });
-  if (format == Formats.end()) {
+  if (format == kFormats.end()) {
     return tl::unexpected(
         std::string("unknown kind of mesh; .obj, .ply, .gltf and .glb are known"));
   }

@@ -10,7 +10,7 @@ namespace sorvanix::host {
 namespace {
 
 /// More would only be meant to exhaust the reader.
-constexpr std::size_t MostDeclarations = 1000;
+constexpr std::size_t kMostDeclarations = 1000;
 
 struct TypeRow {
   PlyType type;
@@ -19,14 +19,14 @@ struct TypeRow {
 };
 
 /// By the numbers of PlyType.
-constexpr std::array<TypeRow, 8> Types = {{{PlyType::Int8, "char", "int8", 1},
-                                           {PlyType::Uint8, "uchar", "uint8", 1},
-                                           {PlyType::Int16, "short", "int16", 2},
-                                           {PlyType::Uint16, "ushort", "uint16", 2},
-                                           {PlyType::Int32, "int", "int32", 4},
-                                           {PlyType::Uint32, "uint", "uint32", 4},
-                                           {PlyType::Float32, "float", "float32", 4},
-                                           {PlyType::Float64, "double", "float64", 8}}};
+constexpr std::array<TypeRow, 8> kTypes = {{{PlyType::Int8, "char", "int8", 1},
+                                            {PlyType::Uint8, "uchar", "uint8", 1},
+                                            {PlyType::Int16, "short", "int16", 2},
+                                            {PlyType::Uint16, "ushort", "uint16", 2},
+                                            {PlyType::Int32, "int", "int32", 4},
+                                            {PlyType::Uint32, "uint", "uint32", 4},
+                                            {PlyType::Float32, "float", "float32", 4},
+                                            {PlyType::Float64, "double", "float64", 8}}};
 
 std::vector<std::string_view> Words(std::string_view line) {
   std::vector<std::string_view> words;
@@ -45,7 +45,7 @@ class HeaderReader {
   /// Why the line cannot be taken, or an empty text.
   std::string Take(const std::vector<std::string_view>& words) {
     if (words[0] == "comment" || words[0] == "obj_info") return {};
-    if (++declarations_ > MostDeclarations) return "the header is too long";
+    if (++declarations_ > kMostDeclarations) return "the header is too long";
     if (words[0] == "format") return TakeFormat(words);
     if (words[0] == "element") return TakeElement(words);
     if (words[0] == "property") return TakeProperty(words);
@@ -99,7 +99,7 @@ class HeaderReader {
   }
 
   static std::optional<PlyType> TypeOf(std::string_view name) {
-    for (const TypeRow& row : Types) {
+    for (const TypeRow& row : kTypes) {
       if (name == row.name || name == row.otherName) return row.type;
     }
     return std::nullopt;
@@ -110,7 +110,7 @@ class HeaderReader {
 
 }  // namespace
 
-std::size_t SizeOf(PlyType type) noexcept { return Types[static_cast<std::size_t>(type)].size; }
+std::size_t SizeOf(PlyType type) noexcept { return kTypes[static_cast<std::size_t>(type)].size; }
 
 std::optional<std::size_t> PlyElement::Find(
     std::initializer_list<std::string_view> names) const noexcept {

@@ -30,9 +30,10 @@ struct ContentUpdate {
     AddDataTag(object, TagTypePolygons);
   }
   void operator()(const ParticleContent& content) const {
-    object.particles = content.particles;
-    for (ParticleRecord& particle : object.particles) {
-      particle.position = TransformPoint(object.world, particle.position);
+    for (const ParticleItem& item : content.particles) {
+      const std::int32_t flags =
+          (item.visible ? ParticleVisible : 0) | (item.alive ? ParticleAlive : 0);
+      object.particles.push_back({TransformPoint(object.world, item.position), flags});
     }
     AddDataTag(object, TagTypeParticles);
   }

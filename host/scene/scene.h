@@ -79,9 +79,14 @@ struct MeshContent {
   std::shared_ptr<const PolygonMesh> mesh;  ///< never null after reading; may have no polygons
 };
 
+struct ParticleItem {
+  Vector position = {0, 0, 0};  ///< in the object's space
+  bool visible = true;
+  bool alive = true;
+};
+
 struct ParticleContent {
-  Primitive builtFrom;                    ///< what the mesh of a primitive was made from
-  std::vector<ParticleRecord> particles;  ///< positions in the object's space
+  std::vector<ParticleItem> particles;
 };
 
 enum class LightKind { Omni, Spot, Distant, Rectangle, Disc, Ambient };
@@ -125,7 +130,7 @@ class Object : public Handled<Object, HostObject> {
   Object* next = nullptr;  ///< the following sibling
 
   // What Update derives.
-  Matrix world = IdentityMatrix;               ///< object to world
+  Matrix world = kIdentityMatrix;              ///< object to world
   std::shared_ptr<const PolygonMesh> mesh;     ///< of primitives and meshes; else null
   Primitive builtFrom;                         ///< what the mesh of a primitive was made from
   std::vector<ParticleRecord> particles;       ///< of particle sets, in world space
