@@ -17,6 +17,7 @@
 namespace sorvanix::host {
 
 class Link;
+class Scene;
 
 inline constexpr std::size_t kMaterialChannelCount = 9;
 
@@ -38,12 +39,14 @@ struct MaterialChannel {
 
 /// Owned by a scene, or by the module that made it until it inserts it into one. Tags refer to it
 /// weakly: a material that goes away leaves objects without it.
-class Material : public Handled<Material, HostMaterial> {
+class Material : public Handled<Material, HostMaterial>,
+                 public std::enable_shared_from_this<Material> {
  public:
   Text name;
   float highlightExponent = 25;  ///< of the mirror cosine; higher is a smaller highlight
   std::array<MaterialChannel, kMaterialChannelCount> channels;  ///< by the channel numbers of ids.h
 
+  Scene* scene = nullptr;          ///< its owner, or null while that is the module
   std::shared_ptr<Material> self;  ///< its own reference while the module owns it, else null
 };
 

@@ -50,7 +50,7 @@ void SceneReader::ReadMaterials(const Place& place) {
     } else if (scene_->FindMaterial(material->name.text) != nullptr) {
       Fail(item, fmt::format("there are two materials \"{}\"", material->name.text));
     }
-    scene_->materials.push_back(std::move(material));
+    scene_->Add(std::move(material));
   });
 }
 

@@ -36,7 +36,7 @@ void SceneReader::ReadObject(const Place& place, Object& parent) {
     for (const ObjectKind& each : ObjectKinds()) names.push_back(each.name);
     return Fail(Below(place, "kind", *given), UnknownName("kind of object", *name, names));
   }
-  Object& object = parent.Add(std::unique_ptr<Object>(new Object));
+  Object& object = parent.Add(std::make_unique<Object>());
   std::vector<std::string_view> names = {"kind", "target", "textures", "children"};
   AddNames(FieldsOfObjects(), names);
   AddNames(kind->fields, names);
@@ -109,7 +109,7 @@ void SceneReader::ReadTexture(const Place& place, Object& object) {
   std::vector<std::string_view> names = {"material", "active"};
   AddNames(FieldsOfTextures(), names);
   CheckNames(place, "field of a texture", names);
-  auto& tag = *object.textureTags.emplace_back(new TextureTagNode(object));
+  auto& tag = *object.textureTags.emplace_back(std::make_unique<TextureTagNode>(object));
   ReadFields(place, FieldsOfTextures(), tag);
   if (const Json* given = Find(place, "material")) {
     const Place below = Below(place, "material", *given);
