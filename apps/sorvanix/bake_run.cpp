@@ -83,7 +83,10 @@ void BakeRun::BakeMaterial(const std::string& file, const std::vector<PlannedOut
 
 // Only when something is to be baked; afresh when the state of its random numbers counts.
 std::optional<BakeRun::Failure> BakeRun::LoadModule(bool afresh) {
-  if (afresh) module_.reset();
+  if (afresh) {
+    links_.reset();
+    module_.reset();
+  }
   if (module_) return std::nullopt;
   if (!host_) host_.emplace(host::HostOptions{.services = {InstallServices}});
   auto module = host::Module::Load(*host_, modulePath_);

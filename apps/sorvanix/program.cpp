@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <exception>
 #include <new>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,12 +48,9 @@ std::string UnknownVerb(std::string_view word) {
   return host::UnknownName("verb", word, names);
 }
 
-ExitCode Parse(CLI::App& app, int argumentCount, char** arguments) {
-  if (argumentCount < 2) {
-    Complain("a verb is missing; see sorvanix --help");
-    return ExitCode::Usage;
-  }
-  if (arguments[1][0] != '-' && !IsVerb(arguments[1])) {
+// Nothing when there is a verb to run.
+std::optional<ExitCode> Parse(CLI::App& app, int argumentCount, char** arguments) {
+  if (argumentCount > 1 && arguments[1][0] != '-' && !IsVerb(arguments[1])) {
     Complain(UnknownVerb(arguments[1]));
     return ExitCode::Usage;
   }
@@ -66,7 +64,7 @@ ExitCode Parse(CLI::App& app, int argumentCount, char** arguments) {
     Complain(error.what());
     return ExitCode::Usage;
   }
-  return ExitCode::Done;
+  return std::nullopt;
 }
 
 ExitCode Run(int argumentCount, char** arguments) {
@@ -81,12 +79,12 @@ ExitCode Run(int argumentCount, char** arguments) {
   }
   app.require_subcommand(0, 1);
 
-  const ExitCode parsed = Parse(app, argumentCount, arguments);
-  if (parsed != ExitCode::Done) return parsed;
+  if (const auto parsed = Parse(app, argumentCount, arguments)) return *parsed;
   for (const auto& [part, action] : actions) {
     if (part->parsed()) return action();
   }
-  return ExitCode::Done;
+  Complain("a verb is missing; see sorvanix --help");
+  return ExitCode::Usage;
 }
 
 }  // namespace

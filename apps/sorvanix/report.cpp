@@ -10,11 +10,12 @@ namespace sorvanix::cli {
 
 namespace {
 
-// One line whatever a file name or a library's message holds.
+// One line, without commands for the terminal, whatever a file name or a library's message holds.
 std::string OneLine(std::string_view message) {
   std::string line(message);
   while (!line.empty() && line.back() == '\n') line.pop_back();
-  std::replace(line.begin(), line.end(), '\n', ' ');
+  const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; };
+  std::replace_if(line.begin(), line.end(), isControl, ' ');
   return line;
 }
 

@@ -45,7 +45,7 @@ ExitCode Bake(const BakeOptions& options) {
     Complain(catalogue.error());
     return ExitCode::NoModule;
   }
-  return BakeRun(options, *modulePath, *catalogue, WatchForCancellation()).Run(*plan);
+  return BakeRun(options, *modulePath, *catalogue, WatchSignals()).Run(*plan);
 }
 
 }  // namespace

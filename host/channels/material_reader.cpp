@@ -18,6 +18,12 @@ namespace sorvanix::host {
 
 namespace {
 
+// A parser's message may end with what it read last: long, broken over lines, or no text at all.
+std::string WithoutExcerpt(std::string message) {
+  message.resize(std::min(message.find("; last read"), message.size()));
+  return message;
+}
+
 namespace fs = std::filesystem;
 
 // The pointer to a member of what `pointer` points to, escaped as RFC 6901 tells.
@@ -83,7 +89,7 @@ MaterialNode MaterialReader::ReadSource(Source source, std::size_t depth) {
   if (const auto json = ParseJson(text)) {
     node = ReadNode(*json, {}, depth);
   } else {
-    AddProblem(true, {}, json.error().offset, json.error().message);
+    AddProblem(true, {}, json.error().offset, WithoutExcerpt(json.error().message));
   }
   open_.pop_back();
   return node;

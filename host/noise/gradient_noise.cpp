@@ -158,23 +158,40 @@ float Noise(const LatticePoint<Dimensions>& point) noexcept {
   return limited > 1.0F ? 1.0F : limited;
 }
 
-}  // namespace
+template <std::size_t Dimensions>
+using Rows = std::array<LatticePoint<Dimensions>, Dimensions>;
 
 // By 0.86 about the axis (sqrt 2, sqrt 3, sqrt 5): no coordinate of the lattice stays near one of
 // the caller's, and no whole step of the caller is a whole step of the lattice.
-LatticePoint<3> RotateToLattice(double x, double y, double z) noexcept {
-  return {0.7219499745312415 * x - 0.4507405296242524 * y + 0.5249963897289087 * z,
-          0.6210107009658337 * x + 0.7567062277148363 * y - 0.2043071076186686 * z,
-          -0.3051785437416328 * x + 0.4735278871319310 * y + 0.8262187340820260 * z};
-}
+constexpr Rows<3> Turn3 = {{{0.7219499745312415, -0.4507405296242524, 0.5249963897289087},
+                            {0.6210107009658337, 0.7567062277148363, -0.2043071076186686},
+                            {-0.3051785437416328, 0.4735278871319310, 0.8262187340820260}}};
 
 // Multiplication by the unit quaternion of components sqrt(10/21), sqrt(6/21), sqrt(3/21) and
 // sqrt(2/21): each of the caller's axes, time among them, meets the lattice at the same angles.
+constexpr double A = 0.6900655593423543, B = 0.5345224838248488, C = 0.3779644730092272,
+                 D = 0.3086066999241838;
+constexpr Rows<4> Turn4 = {{{A, -B, -C, -D}, {B, A, -D, C}, {C, D, A, -B}, {D, -C, B, A}}};
+
+// Only sums: where signs alternate, GCC 12 fuses products and sums on machines that can, although
+// it is told not to, and the last bit would depend on the machine.
+template <std::size_t Dimensions>
+LatticePoint<Dimensions> Turned(const Rows<Dimensions>& rows,
+                                const LatticePoint<Dimensions>& point) noexcept {
+  LatticePoint<Dimensions> turned{};
+  Unrolled<Dimensions>(
+      [&](auto i) { Unrolled<Dimensions>([&](auto j) { turned[i] += rows[i][j] * point[j]; }); });
+  return turned;
+}
+
+}  // namespace
+
+LatticePoint<3> RotateToLattice(double x, double y, double z) noexcept {
+  return Turned(Turn3, {x, y, z});
+}
+
 LatticePoint<4> RotateToLattice(double x, double y, double z, double time) noexcept {
-  constexpr double A = 0.6900655593423543, B = 0.5345224838248488, C = 0.3779644730092272,
-                   D = 0.3086066999241838;
-  return {A * x - B * y - C * z - D * time, B * x + A * y - D * z + C * time,
-          C * x + D * y + A * z - B * time, D * x - C * y + B * z + A * time};
+  return Turned(Turn4, {x, y, z, time});
 }
 
 float GradientNoise(const LatticePoint<3>& point) noexcept { return Noise<3>(point); }

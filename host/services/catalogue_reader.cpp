@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <set>
 #include <tuple>
@@ -32,6 +33,8 @@ struct Row {
   Member Struct::*member;
   bool required = true;
 };
+template <class Struct, class Member>
+Row(const char*, Member Struct::*) -> Row<Struct, Member>;
 template <class Struct, class Member>
 constexpr Row<Struct, Member> Optional(std::string_view name, Member Struct::*member) {
   return {name, member, false};

@@ -14,7 +14,15 @@
 
 namespace sorvanix::host {
 
-struct JsonMember;
+struct Json;
+
+/// One name of an object. A template, so that Json and its members can be made of one another.
+template <class Value>
+struct JsonMemberOf {
+  std::string name;
+  Value value;
+};
+using JsonMember = JsonMemberOf<Json>;
 
 struct Json {
   using Array = std::vector<Json>;
@@ -31,11 +39,6 @@ struct Json {
 
   Value value = nullptr;
   std::size_t offset = 0;  ///< of its first byte in the text that it was read from
-};
-
-struct JsonMember {
-  std::string name;
-  Json value;
 };
 
 /// A place in a text, counted from 1; columns are bytes.

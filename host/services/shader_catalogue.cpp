@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <set>
 
 #include "host/services/catalogue_reader.h"
 #include "host/services/filenames.h"

@@ -1,5 +1,6 @@
 #include "host/services/strings.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 

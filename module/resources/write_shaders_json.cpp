@@ -12,12 +12,13 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 using sorvanix::Field;
+using sorvanix::Ramp;
 using sorvanix::RegistryRow;
 using sorvanix::ShaderTable;
 using sorvanix::Unit;
 using sorvanix::ValueKind;
 
-constexpr const char* kKindNames[] = {"int", "bool", "float", "vector"};
+constexpr const char* kKindNames[] = {"int", "bool", "float", "vector", "string"};
 constexpr const char* kUnitNames[] = {"", "percent", "degrees", "colour"};
 constexpr const char* kCategoryNames[] = {"generator", "surface", "filter"};
 
@@ -36,6 +37,10 @@ Json Shortest(float value) {
   return std::strtod(text, nullptr);
 }
 
+Json ColourOf(const Vector& colour) {
+  return {Shortest(colour.x), Shortest(colour.y), Shortest(colour.z)};
+}
+
 Json DefaultOf(const Field& field) {
   switch (field.kind) {
     case ValueKind::Int:
@@ -45,10 +50,12 @@ Json DefaultOf(const Field& field) {
     case ValueKind::Float:
       return Shortest(field.initial.real.x);
     case ValueKind::Vector:
-      return {Shortest(field.initial.real.x), Shortest(field.initial.real.y),
-              Shortest(field.initial.real.z)};
+      return ColourOf(field.initial.real);
+    case ValueKind::String:
+      return "";
+    default:
+      return nullptr;
   }
-  return nullptr;
 }
 
 Json ParameterOf(const Field& field) {
@@ -72,6 +79,46 @@ Json ParameterOf(const Field& field) {
   return parameter;
 }
 
+Json InputOf(const Field& field) {
+  return {{"key", field.key}, {"name", field.name}, {"label", field.label}, {"help", field.help}};
+}
+
+// The key of the row for a member of the block's ramp.
+std::int32_t RampMemberKey(const ShaderTable& table, std::size_t member) {
+  for (const Field& field : table.fields) {
+    if (field.offset == table.ramp.offset + member) return field.key;
+  }
+  return sorvanix::kNotExchanged;
+}
+
+// The knots and their number are one parameter of the ramp; its interpolation stays one of its own.
+Json RampOf(const ShaderTable& table) {
+  Json ramp = {{"type", "ramp"},
+               {"name", "ramp"},
+               {"label", table.ramp.label},
+               {"help", table.ramp.help},
+               {"colourKey", table.ramp.colourKey},
+               {"positionKey", table.ramp.positionKey},
+               {"biasKey", table.ramp.biasKey},
+               {"countKey", RampMemberKey(table, offsetof(Ramp, count))},
+               {"interpolationKey", RampMemberKey(table, offsetof(Ramp, interpolation))},
+               {"knots", sorvanix::RampMaxKnots},
+               {"keyStride", table.ramp.keyStride},
+               {"default", Json::array()}};
+  for (std::int32_t i = 0; i < table.ramp.initial->count; ++i) {
+    const sorvanix::RampKnot& knot = table.ramp.initial->knots[i];
+    ramp["default"].push_back({{"position", Shortest(knot.position)},
+                               {"colour", ColourOf(knot.colour)},
+                               {"bias", Shortest(knot.bias)}});
+  }
+  return ramp;
+}
+
+// Whether a row is the number of the ramp's knots, which its entry holds.
+bool IsRampCount(const ShaderTable& table, const Field& field) {
+  return table.ramp.given() && field.offset == table.ramp.offset + offsetof(Ramp, count);
+}
+
 Json ShaderOf(const RegistryRow& row) {
   const ShaderTable& table = *row.table;
   Json shader = {{"id", table.pluginId},
@@ -82,8 +129,14 @@ Json ShaderOf(const RegistryRow& row) {
                  {"inputs", Json::array()},
                  {"parameters", Json::array()}};
   for (const Field& field : table.fields) {
-    if (field.key != sorvanix::kNotExchanged) shader["parameters"].push_back(ParameterOf(field));
+    if (field.key == sorvanix::kNotExchanged || IsRampCount(table, field)) continue;
+    if (field.kind == ValueKind::Link) {
+      shader["inputs"].push_back(InputOf(field));
+    } else {
+      shader["parameters"].push_back(ParameterOf(field));
+    }
   }
+  if (table.ramp.given()) shader["parameters"].push_back(RampOf(table));
   return shader;
 }
 

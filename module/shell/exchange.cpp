@@ -4,11 +4,16 @@
 #include <limits>
 
 #include "module/shell/block.h"
+#include "module/shell/host_channel.h"
 #include "module/shell/host_container.h"
+#include "module/shell/ramp_form.h"
+#include "module/shell/value_kind.h"
 
 namespace sorvanix {
 
 namespace {
+
+constexpr std::int32_t kAnswered = 1;
 
 const Field* FindByKey(const ShaderTable& table, std::int32_t key) noexcept {
   if (key == kNotExchanged) return nullptr;
@@ -18,40 +23,21 @@ const Field* FindByKey(const ShaderTable& table, std::int32_t key) noexcept {
   return nullptr;
 }
 
-// Values are stored as they come: a block may hold what no dialog would let through.
-void SetField(void* block, const Field& field, const HostContainer* payload) noexcept {
-  switch (field.kind) {
-    case ValueKind::Int:
-      MemberAt<std::int32_t>(block, field.offset) =
-          static_cast<std::int32_t>(hostContainerGetInt(payload, field.key, 0));
-      break;
-    case ValueKind::Bool:
-      MemberAt<std::int32_t>(block, field.offset) = hostContainerGetBool(payload, field.key, 0);
-      break;
-    case ValueKind::Float:
-      MemberAt<float>(block, field.offset) = hostContainerGetFloat(payload, field.key, 0);
-      break;
-    case ValueKind::Vector:
-      MemberAt<Vector>(block, field.offset) = hostContainerGetVector(payload, field.key, Vector{});
-      break;
-  }
+// The integer towards zero; the nearest one for values beyond int32, and 0 for NaN.
+std::int32_t Truncated(float value) noexcept {
+  using Int = std::numeric_limits<std::int32_t>;
+  if (!(value > static_cast<float>(Int::min()))) return value <= 0 ? Int::min() : 0;
+  if (value >= -static_cast<float>(Int::min())) return Int::max();
+  return static_cast<std::int32_t>(value);
 }
 
-void GetField(const void* block, const Field& field, HostContainer* payload) noexcept {
-  switch (field.kind) {
-    case ValueKind::Int:
-      hostContainerSetInt(payload, field.key, MemberAt<std::int32_t>(block, field.offset));
-      break;
-    case ValueKind::Bool:
-      hostContainerSetBool(payload, field.key, MemberAt<std::int32_t>(block, field.offset));
-      break;
-    case ValueKind::Float:
-      hostContainerSetFloat(payload, field.key, MemberAt<float>(block, field.offset));
-      break;
-    case ValueKind::Vector:
-      hostContainerSetVector(payload, field.key, MemberAt<Vector>(block, field.offset));
-      break;
+void SetField(void* block, const Field& field, const HostContainer* payload) noexcept {
+  if (field.importedAsReal) {
+    MemberAt<std::int32_t>(block, field.offset) =
+        Truncated(hostContainerGetFloat(payload, field.key, 0));
+    return;
   }
+  OperationsOf(field.kind).set(&MemberAt<char>(block, field.offset), field.key, payload);
 }
 
 // The container decides the order: with a key twice under one meaning the last one wins.
@@ -59,20 +45,40 @@ void SetParameters(const ShaderTable& table, void* block, const HostContainer* p
   for (std::int32_t index = 0; index < std::numeric_limits<std::int32_t>::max(); ++index) {
     const std::int32_t key = hostContainerKeyAt(payload, index);
     if (key == kNoKey) return;
-    if (const Field* field = FindByKey(table, key)) SetField(block, *field, payload);
+    if (const Field* field = FindByKey(table, key)) {
+      SetField(block, *field, payload);
+    } else if (table.ramp.given()) {
+      SetKnot(table.ramp, MemberAt<Ramp>(block, table.ramp.offset), key, payload);
+    }
   }
 }
 
 void GetParameters(const ShaderTable& table, const void* block, HostContainer* payload) noexcept {
   for (const Field& field : table.fields) {
-    if (field.key != kNotExchanged) GetField(block, field, payload);
+    if (field.key == kNotExchanged) continue;
+    OperationsOf(field.kind).get(&MemberAt<char>(block, field.offset), field.key, payload);
+  }
+  if (table.ramp.given()) {
+    GetKnots(table.ramp, MemberAt<Ramp>(block, table.ramp.offset), payload);
   }
 }
 
-void DescribeParameters(const ShaderTable& table, HostContainer* payload) noexcept {
-  for (const Field& field : table.fields) {
-    if (field.key != kNotExchanged) hostContainerSetInt(payload, field.key, field.describeAs);
+void DescribeField(const void* block, const Field& field, HostContainer* payload) noexcept {
+  if (const auto describe = OperationsOf(field.kind).describe) {
+    describe(&MemberAt<char>(block, field.offset), field.key, payload);
+  } else if (field.describedAsReal) {
+    hostContainerSetFloat(payload, field.key, static_cast<float>(field.describeAs));
+  } else {
+    hostContainerSetInt(payload, field.key, field.describeAs);
   }
+}
+
+void DescribeParameters(const ShaderTable& table, const void* block,
+                        HostContainer* payload) noexcept {
+  for (const Field& field : table.fields) {
+    if (field.key != kNotExchanged) DescribeField(block, field, payload);
+  }
+  if (table.ramp.given()) DescribeKnots(table.ramp, payload);
 }
 
 void ReportSlots(const ShaderTable& table, const ShaderInstance* instance,
@@ -81,11 +87,21 @@ void ReportSlots(const ShaderTable& table, const ShaderInstance* instance,
   hostContainerSetInt(payload, KeySlotStride, table.slotStride);
 }
 
+std::int32_t Forward(const ShaderTable& table, const void* block, HostContainer* payload) noexcept {
+  std::int32_t answer = kAnswered;
+  if (table.category != ShaderCategory::Filter) return answer;
+  for (const Field& field : table.fields) {
+    if (field.kind != ValueKind::Link) continue;
+    answer =
+        hostChannelMessage(MemberAt<ChannelLink*>(block, field.offset), MessageForward, payload);
+  }
+  return answer;
+}
+
 }  // namespace
 
 std::int32_t AnswerMessage(const ShaderTable& table, ShaderInstance* instance, std::int32_t id,
                            HostContainer* payload) noexcept {
-  constexpr std::int32_t kAnswered = 1;
   if (id == MessageReportSlots) {
     if (table.slotStride != 0) ReportSlots(table, instance, payload);
     return kAnswered;
@@ -94,17 +110,18 @@ std::int32_t AnswerMessage(const ShaderTable& table, ShaderInstance* instance, s
   switch (id) {
     case MessageSetParameters:
       SetParameters(table, instance->data, payload);
-      break;
+      return kAnswered;
     case MessageGetParameters:
       GetParameters(table, instance->data, payload);
-      break;
+      return kAnswered;
     case MessageDescribeParameters:
-      DescribeParameters(table, payload);
-      break;
+      DescribeParameters(table, instance->data, payload);
+      return kAnswered;
+    case MessageForward:
+      return Forward(table, instance->data, payload);
     default:
-      break;
+      return kAnswered;
   }
-  return kAnswered;
 }
 
 }  // namespace sorvanix

@@ -42,6 +42,20 @@ inline Vector hostContainerGetVector(const HostContainer* container, std::int32_
   return value;
 }
 
+/// The container under a key, which stays the outer one's own; null when there is none.
+inline HostContainer* hostContainerGetContainer(const HostContainer* container,
+                                                std::int32_t key) noexcept {
+  if (hostContainerFind(container, key) < 0) return nullptr;
+  return hostCall(hostApi.container, &ContainerTable::getContainer, nullptr, container, key,
+                  nullptr);
+}
+/// The text under a key, which stays the container's own; `def` when there is none.
+inline const HostString* hostContainerGetString(const HostContainer* container, std::int32_t key,
+                                                const HostString* def) noexcept {
+  if (hostContainerFind(container, key) < 0) return def;
+  return hostCall(hostApi.container, &ContainerTable::getString, def, container, key, def);
+}
+
 inline void hostContainerSetBool(HostContainer* container, std::int32_t key,
                                  std::int32_t value) noexcept {
   hostCall(hostApi.container, &ContainerTable::setBool, container, key, value);
@@ -57,5 +71,33 @@ inline void hostContainerSetVector(HostContainer* container, std::int32_t key,
                                    const Vector& value) noexcept {
   hostCall(hostApi.container, &ContainerTable::setVector, container, key, &value);
 }
+inline void hostContainerSetString(HostContainer* container, std::int32_t key,
+                                   const HostString* value) noexcept {
+  hostCall(hostApi.container, &ContainerTable::setString, container, key, value);
+}
+/// Stores a copy of `value`.
+inline void hostContainerSetContainer(HostContainer* container, std::int32_t key,
+                                      const HostContainer* value) noexcept {
+  hostCall(hostApi.container, &ContainerTable::setContainer, container, key, value);
+}
+
+/// An empty container of the module's own, freed at the end.
+class OwnedContainer {
+ public:
+  OwnedContainer() noexcept
+      : handle_(hostCall(hostApi.container, &ContainerTable::create, nullptr, kNoId)) {}
+  OwnedContainer(const OwnedContainer&) = delete;
+  OwnedContainer& operator=(const OwnedContainer&) = delete;
+  ~OwnedContainer() {
+    if (handle_ != nullptr) hostCall(hostApi.container, &ContainerTable::free, handle_);
+  }
+
+  /// Null when memory was short.
+  HostContainer* get() const noexcept { return handle_; }
+
+ private:
+  static constexpr std::int32_t kNoId = 0;
+  HostContainer* handle_;
+};
 
 }  // namespace sorvanix

@@ -1,4 +1,4 @@
-// Host operations that Output and InitRender call: CPUs and the host's noise.
+// Host operations that Output and InitRender call: CPUs, the host's noise, the surface at a hit.
 //
 // All are safe on several threads at once; the noise operations are pure functions.
 #pragma once
@@ -66,6 +66,29 @@ inline float hostFractalRidged(const void* weights, const Vector& point, float o
                                float offset, float gain) noexcept {
   return hostCall(hostApi.render, &RenderTable::fractalRidged, 0.0f, weights, &point, octaves,
                   offset, gain);
+}
+
+/// The texture coordinate of a surface point near the hit; `identity` tells the hit element.
+/// `otherwise` when the host cannot tell.
+inline Vector hostPointToUvw(const RenderContext* render, const TextureTag* tag,
+                             std::int32_t identity, const Vector& point, const Vector& normal,
+                             const Vector& otherwise) noexcept {
+  Vector uvw = otherwise;
+  hostCall(hostApi.render, &RenderTable::pointToUvw, render, tag, identity, &point, &normal, &uvw);
+  return uvw;
+}
+
+/// Unit vectors along increasing u and v, in the surface at the hit.
+struct SurfaceAxes {
+  Vector u = {};
+  Vector v = {};
+};
+inline SurfaceAxes hostSurfaceAxes(const RenderContext* render, const TextureTag* tag,
+                                   const Vector& point, const Vector& normal) noexcept {
+  SurfaceAxes axes;
+  hostCall(hostApi.render, &RenderTable::surfaceAxes, render, tag, &point, &normal, &axes.u,
+           &axes.v);
+  return axes;
 }
 
 }  // namespace sorvanix

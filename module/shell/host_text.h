@@ -37,6 +37,8 @@ class OwnedText {
   }
 
   const Handle* get() const noexcept { return handle_; }
+  /// For operations that change the object.
+  Handle* get() noexcept { return handle_; }
   /// True for the shared empty object (and for null, when the host has no such table).
   bool isEmptyObject() const noexcept {
     return handle_ == nullptr || handle_ == emptyOf(hostApi.*table);
@@ -58,6 +60,20 @@ inline OwnedString hostStringFromChars(const char* chars) noexcept {
   constexpr std::int32_t kUpToTerminator = -1;
   return OwnedString(
       hostCall(hostApi.string, &StringTable::createFromChars, nullptr, chars, kUpToTerminator));
+}
+
+/// A new empty string; the shared empty one when memory is short.
+inline OwnedString hostStringCreate() noexcept {
+  return OwnedString(hostCall(hostApi.string, &StringTable::create, nullptr));
+}
+
+inline OwnedString hostStringCopy(const HostString* text) noexcept {
+  return OwnedString(hostCall(hostApi.string, &StringTable::copy, nullptr, text));
+}
+
+/// 0 when both texts are equal.
+inline std::int32_t hostStringCompare(const HostString* first, const HostString* second) noexcept {
+  return hostCall(hostApi.string, &StringTable::compare, 1, first, second);
 }
 
 inline OwnedString hostStringConcatenate(const OwnedString& first,

@@ -4,43 +4,24 @@
 
 #include "module/shell/block.h"
 #include "module/shell/host_stream.h"
+#include "module/shell/value_kind.h"
 
 namespace sorvanix {
 
 namespace {
 
-void WriteValue(ValueKind kind, const void* value, HostStream* writer) noexcept {
-  switch (kind) {
-    case ValueKind::Int:
-      hostWriteInt(writer, *static_cast<const std::int32_t*>(value));
-      break;
-    case ValueKind::Bool:
-      hostWriteBool(writer, *static_cast<const std::int32_t*>(value));
-      break;
-    case ValueKind::Float:
-      hostWriteFloat(writer, *static_cast<const float*>(value));
-      break;
-    case ValueKind::Vector:
-      hostWriteVector(writer, *static_cast<const Vector*>(value));
-      break;
-  }
+void WriteItem(const StoredItem& item, const void* block, HostStream* writer) noexcept {
+  const void* value = item.offset == kNoMember ? static_cast<const void*>(&item.literal)
+                                               : &MemberAt<char>(block, item.offset);
+  for (std::int32_t i = 0; i < item.times; ++i) OperationsOf(item.kind).write(value, writer);
 }
 
-void ReadValue(ValueKind kind, void* value, HostStream* reader) noexcept {
-  switch (kind) {
-    case ValueKind::Int:
-      hostReadInt(reader, static_cast<std::int32_t*>(value));
-      break;
-    case ValueKind::Bool:
-      hostReadBool(reader, static_cast<std::int32_t*>(value));
-      break;
-    case ValueKind::Float:
-      hostReadFloat(reader, static_cast<float*>(value));
-      break;
-    case ValueKind::Vector:
-      hostReadVector(reader, static_cast<Vector*>(value));
-      break;
-  }
+void ReadItem(const StoredItem& item, void* block, HostStream* reader) noexcept {
+  // A dropped value goes to a scratch place, so that the stream stays in step.
+  alignas(Vector) std::byte scratch[sizeof(Vector)] = {};
+  void* value =
+      item.offset == kNoMember ? static_cast<void*>(scratch) : &MemberAt<char>(block, item.offset);
+  for (std::int32_t i = 0; i < item.times; ++i) OperationsOf(item.kind).read(value, reader);
 }
 
 }  // namespace
@@ -50,7 +31,7 @@ std::int32_t WriteBlock(const ShaderTable& table, const ShaderInstance* instance
   if (instance->data == nullptr) return 0;
   hostWriteInt(writer, table.marker);
   for (const StoredItem& item : table.stored) {
-    if (item.written) WriteValue(item.kind, &MemberAt<char>(instance->data, item.offset), writer);
+    if (item.written) WriteItem(item, instance->data, writer);
   }
   return 1;
 }
@@ -60,14 +41,11 @@ std::int32_t ReadBlock(const ShaderTable& table, ShaderInstance* instance,
   if (instance->data == nullptr) return 0;
   std::int32_t marker = 0;
   hostReadInt(reader, &marker);
+  if (table.onlyOwnMarker && marker != table.marker) return 0;
+  if (marker < table.oldestMarker) return 1;
   for (const StoredItem& item : table.stored) {
     if (marker < item.firstMarker || marker > item.lastMarker) continue;
-    // A dropped value goes to a scratch place, so that the stream stays in step.
-    alignas(Vector) std::byte scratch[sizeof(Vector)] = {};
-    void* place = item.offset == kNoMember
-                      ? static_cast<void*>(scratch)
-                      : static_cast<void*>(&MemberAt<char>(instance->data, item.offset));
-    ReadValue(item.kind, place, reader);
+    ReadItem(item, instance->data, reader);
   }
   return 1;
 }

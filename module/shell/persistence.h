@@ -10,7 +10,9 @@ std::int32_t WriteBlock(const ShaderTable& table, const ShaderInstance* instance
                         HostStream* writer) noexcept;
 
 /// Restores the values that the file's marker promises; fields that an older file lacks keep what
-/// they have. A newer marker than the current one is read as the current one. 0 without a block.
+/// they have. A newer marker than the current one is read as the current one. 1 also where nothing
+/// is read because the file is too old; 0 without a block, and for a marker that the shader
+/// refuses.
 std::int32_t ReadBlock(const ShaderTable& table, ShaderInstance* instance,
                        HostStream* reader) noexcept;
 

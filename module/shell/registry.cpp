@@ -1,5 +1,11 @@
 #include "module/shell/registry.h"
 
+#include "module/shaders/filters/bright_contrast.h"
+#include "module/shaders/filters/colorizer.h"
+#include "module/shaders/filters/distorter.h"
+#include "module/shaders/filters/fusion.h"
+#include "module/shaders/filters/hue.h"
+#include "module/shaders/filters/posterizer.h"
 #include "module/shaders/generators/noise_2d.h"
 #include "module/shaders/surface/buffy.h"
 
@@ -8,30 +14,32 @@ namespace sorvanix {
 namespace {
 
 // A shader that is not written yet has its ids reserved here and is not registered.
-constexpr RegistryRow StillToWrite(std::int32_t pluginId, std::int32_t nameStringId) {
-  return {pluginId, nameStringId, nullptr, nullptr, nullptr};
+constexpr RegistryRow StillToWrite(std::int32_t pluginId, Nesting nesting,
+                                   std::int32_t nameStringId) {
+  return {pluginId, nesting, nameStringId, nullptr, nullptr, nullptr};
 }
 
 // The order is that of registration. It is not the order of the text ids: Projector and Proximal
-// cross, which is deliberate and kept.
+// cross, which is deliberate and kept. Banj's mark is read by nobody, and set all the same.
 constexpr RegistryRow kRows[] = {
-    StillToWrite(PluginIdFresnel, 10002),
-    {PluginIdBuffy, kLiteralTitle, "sorvaNIX Buffy", FillBuffyRecord, &kBuffyTable},
-    StillToWrite(PluginIdNoise3D, 10003),
-    StillToWrite(PluginIdTiles, 10004),
-    StillToWrite(PluginIdFusion, 10005),
-    StillToWrite(PluginIdDistorter, 10006),
-    StillToWrite(PluginIdBrightContrast, 10007),
-    StillToWrite(PluginIdColorizer, 10008),
-    StillToWrite(PluginIdGradient, 10009),
-    {PluginIdNoise2D, 10010, nullptr, Fill2DNoiseRecord, &kNoise2DTable},
-    StillToWrite(PluginIdFalloff, 10011),
-    StillToWrite(PluginIdProjector, 10013),
-    StillToWrite(PluginIdProximal, 10012),
-    StillToWrite(PluginIdBanj, 10014),
-    StillToWrite(PluginIdLumas, 10015),
-    StillToWrite(PluginIdHue, 10016),
-    StillToWrite(PluginIdPosterizer, 10017),
+    StillToWrite(PluginIdFresnel, Nesting::None, 10002),
+    {PluginIdBuffy, Nesting::None, kLiteralTitle, "sorvaNIX Buffy", FillBuffyRecord, &kBuffyTable},
+    StillToWrite(PluginIdNoise3D, Nesting::Aware, 10003),
+    StillToWrite(PluginIdTiles, Nesting::Aware, 10004),
+    {PluginIdFusion, Nesting::Aware, 10005, nullptr, FillFusionRecord, &kFusionTable},
+    {PluginIdDistorter, Nesting::Aware, 10006, nullptr, FillDistorterRecord, &kDistorterTable},
+    {PluginIdBrightContrast, Nesting::Aware, 10007, nullptr, FillBrightContrastRecord,
+     &kBrightContrastTable},
+    {PluginIdColorizer, Nesting::Aware, 10008, nullptr, FillColorizerRecord, &kColorizerTable},
+    StillToWrite(PluginIdGradient, Nesting::Aware, 10009),
+    {PluginIdNoise2D, Nesting::Aware, 10010, nullptr, Fill2DNoiseRecord, &kNoise2DTable},
+    StillToWrite(PluginIdFalloff, Nesting::Aware, 10011),
+    StillToWrite(PluginIdProjector, Nesting::Aware, 10013),
+    StillToWrite(PluginIdProximal, Nesting::Aware, 10012),
+    StillToWrite(PluginIdBanj, Nesting::Marked, 10014),
+    StillToWrite(PluginIdLumas, Nesting::Aware, 10015),
+    {PluginIdHue, Nesting::Aware, 10016, nullptr, FillHueRecord, &kHueTable},
+    {PluginIdPosterizer, Nesting::Aware, 10017, nullptr, FillPosterizerRecord, &kPosterizerTable},
 };
 static_assert(std::size(kRows) == 17);
 

@@ -2,7 +2,8 @@
 // registration.
 //
 // Each shader declares one ShaderTable; the interpreters beside this file (block, persistence,
-// exchange) and the generator of shaders.json do the rest. A field is named in its Field row, and
+// exchange, with value_kind and ramp_form for what a value is) and the generator of shaders.json do
+// the rest. A field is named in its Field row, and
 // once more where the order of a saved file differs from that of the block.
 #pragma once
 
@@ -13,14 +14,23 @@
 #include <limits>
 #include <span>
 
+#include "module/kit/ramp.h"
+
 namespace sorvanix {
 
 /// How a field is held in a block, and in a saved file.
 enum class ValueKind : std::uint8_t {
-  Int,    ///< int32
-  Bool,   ///< int32, 0 or 1 in files
-  Float,  ///< 32-bit float
-  Vector  ///< three 32-bit floats
+  Int,     ///< int32
+  Bool,    ///< int32, 0 or 1 in files
+  Float,   ///< 32-bit float
+  Vector,  ///< three 32-bit floats
+  String,  ///< HostString*, owned by the block; at first the host's shared empty string
+  Link,    ///< ChannelLink*, owned by the block; made by Alloc
+
+  // Parts of a saved ramp, each placed at the Ramp as a whole, stored in this order.
+  RampCount,  ///< how many knots and order entries the file holds
+  RampKnots,  ///< colour, position and bias of each
+  RampOrder   ///< the order entry of each
 };
 
 /// One named value of an integer field.
@@ -62,6 +72,7 @@ struct Field {
   ValueKind kind;
   InitialValue initial = {};
   bool compared = false;  ///< takes part in Compare
+  bool copied = false;    ///< taken over by CopyRule::ListedFields
 
   // Only fields with a key are parameters that people set; the others are state.
   std::int32_t key = kNotExchanged;
@@ -71,6 +82,10 @@ struct Field {
   Limits limits = {};
   Unit unit = Unit::None;
   std::span<const Choice> choices = {};
+
+  // Two irregular ways to exchange a value. Other programs rely on them.
+  bool importedAsReal = false;   ///< an int that messages set as a real, which is truncated
+  bool describedAsReal = false;  ///< the type word is stored as a real
 };
 
 /// The first columns of a field's row, and the two columns that place a saved value.
@@ -79,17 +94,25 @@ struct Field {
   .kind = ValueKind::kind_
 #define SORVANIX_PLACE(Block, kind_, member) ValueKind::kind_, offsetof(Block, member)
 
+/// The first columns of a row for a field of the block's member `ramp`.
+#define SORVANIX_RAMP_MEMBER(Block, kind_, member)                                      \
+  .offset = static_cast<std::uint32_t>(offsetof(Block, ramp) + offsetof(Ramp, member)), \
+  .name = #member, .kind = ValueKind::kind_
+#define SORVANIX_RAMP_PLACE(Block, kind_, member) \
+  ValueKind::kind_, offsetof(Block, ramp) + offsetof(Ramp, member)
+
 inline constexpr std::uint32_t kNoMember = std::numeric_limits<std::uint32_t>::max();
 inline constexpr std::int32_t kEveryLaterMarker = std::numeric_limits<std::int32_t>::max();
 
-/// One value of the saved form, in file order. Build rows with Stored, StoredSince and
-/// StoredOnlyIn.
+/// One value of the saved form, in file order. Build rows with the functions below.
 struct StoredItem {
   ValueKind kind;
   std::uint32_t offset;      ///< the field, or kNoMember for a value that is read and dropped
   std::int32_t firstMarker;  ///< files with a marker from here on hold the value
   std::int32_t lastMarker;
-  bool written;  ///< false for values that only old files hold
+  bool written;              ///< false for values that only old files hold
+  std::int32_t literal = 0;  ///< what is written where there is no field
+  std::int32_t times = 1;    ///< how many of it stand in a row
 };
 
 /// A value that every file with this shader's form holds.
@@ -108,6 +131,36 @@ constexpr StoredItem StoredOnlyIn(std::int32_t marker, ValueKind kind) {
   return {kind, kNoMember, marker, marker, false};
 }
 
+/// Fillers that the version with this marker introduced: always written as `literal`, and dropped
+/// on reading. `kind` is Int or Bool.
+constexpr StoredItem StoredLiteral(std::int32_t marker, ValueKind kind, std::int32_t literal,
+                                   std::int32_t times = 1) {
+  return {kind, kNoMember, marker, kEveryLaterMarker, true, literal, times};
+}
+
+/// Where a block holds its ramp, and the keys of the knots: the colour of knot i goes under
+/// colourKey + i * keyStride, and so on. `interpolation`, `count` and `selected` have rows of their
+/// own.
+struct RampForm {
+  std::uint32_t offset = kNoMember;
+  const Ramp* initial = nullptr;  ///< what Alloc stores
+  std::int32_t colourKey = kNotExchanged;
+  std::int32_t positionKey = kNotExchanged;
+  std::int32_t biasKey = kNotExchanged;
+  std::int32_t keyStride = 1;
+  const char* label = nullptr;
+  const char* help = nullptr;
+  constexpr bool given() const { return initial != nullptr; }
+};
+
+/// What Copy takes over.
+enum class CopyRule : std::uint8_t {
+  WholeBlock,  ///< all words as they stand; only for blocks that own nothing
+  /// The fields marked `copied` and the live knots of the ramp. All others get the values of Alloc,
+  /// or stay as they are where Alloc stores none.
+  ListedFields
+};
+
 enum class ShaderCategory : std::uint8_t { Generator, Surface, Filter };
 
 /// All that is data about one shader.
@@ -121,8 +174,13 @@ struct ShaderTable {
   std::uint32_t blockSize = 0;  ///< in bytes; 0 for a shader without parameters
   std::uint32_t nestedOffset = kNoMember;
   std::span<const Field> fields = {};
+  RampForm ramp = {};
+  CopyRule copyRule = CopyRule::WholeBlock;
 
   std::int32_t marker = 0;  ///< of the saved form that Write stores
+  /// Of a file with an older marker Read takes nothing, and answers 1.
+  std::int32_t oldestMarker = std::numeric_limits<std::int32_t>::min();
+  bool onlyOwnMarker = false;  ///< Read takes nothing, and answers 0, where the marker differs
   std::span<const StoredItem> stored = {};
 
   std::int32_t slotStride = 0;  ///< size of one ThreadSlot in bytes; 0 for a shader without slots

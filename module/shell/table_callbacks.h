@@ -15,7 +15,7 @@ struct TableCallbacks {
   static std::int32_t Alloc(ShaderInstance* instance) noexcept {
     return AllocBlock(table, instance);
   }
-  static void Free(ShaderInstance* instance) noexcept { FreeBlock(instance); }
+  static void Free(ShaderInstance* instance) noexcept { FreeBlock(table, instance); }
   static std::int32_t Copy(const ShaderInstance* source, ShaderInstance* destination) noexcept {
     return CopyBlock(table, source, destination);
   }

@@ -78,6 +78,13 @@ struct FakeTables {
     Record("string(" + Quoted(chars) + ", " + std::to_string(length) + ")");
     return NewText<HostString>(length < 0 ? chars : std::string(chars, std::size_t(length)));
   }
+  static HostString* CreateString() noexcept { return NewText<HostString>(""); }
+  static HostString* CopyString(const HostString* text) noexcept {
+    return NewText<HostString>(TextOf(text));
+  }
+  static std::int32_t CompareStrings(const HostString* a, const HostString* b) noexcept {
+    return TextOf(a).compare(TextOf(b));
+  }
   static void FreeString(HostString* text) noexcept { FreeText(text); }
   static HostString* Concatenate(const HostString* first, const HostString* second) noexcept {
     return NewText<HostString>(TextOf(first) + TextOf(second));
@@ -131,117 +138,6 @@ struct FakeTables {
 
 namespace {
 
-// --- streams ---
-
-FakeStream& StreamOf(HostStream* stream) { return *reinterpret_cast<FakeStream*>(stream); }
-
-std::int32_t Append(HostStream* stream, const StreamValue& value) {
-  StreamOf(stream).values.push_back(value);
-  return 1;
-}
-
-// The next value when it has the kind asked for; counts a mismatch otherwise.
-const StreamValue* Next(HostStream* handle, StreamValue::Kind kind) {
-  FakeStream& stream = StreamOf(handle);
-  if (stream.position >= stream.values.size() || stream.values[stream.position].kind != kind) {
-    ++stream.mismatches;
-    return nullptr;
-  }
-  return &stream.values[stream.position++];
-}
-
-template <class Value, Value StreamValue::*member, StreamValue::Kind kind>
-std::int32_t ReadAs(HostStream* stream, Value* value) noexcept {
-  const StreamValue* next = Next(stream, kind);
-  if (next == nullptr) return 0;
-  *value = next->*member;
-  return 1;
-}
-
-using Kind = StreamValue::Kind;
-
-const StreamTable streamTable = {
-    .writeInt = [](HostStream* s,
-                   std::int32_t v) noexcept { return Append(s, StreamValue::Int(v)); },
-    .writeFloat = [](HostStream* s, float v) noexcept { return Append(s, StreamValue::Float(v)); },
-    .writeBool = [](HostStream* s,
-                    std::int32_t v) noexcept { return Append(s, StreamValue::Bool(v != 0)); },
-    .writeVector =
-        [](HostStream* s, const Vector* v) noexcept {
-          return Append(s, StreamValue::Vec(v->x, v->y, v->z));
-        },
-    .writeMatrix = nullptr,
-    .writeString = nullptr,
-    .writeChannelLink = nullptr,
-    .readInt = ReadAs<std::int32_t, &StreamValue::integer, Kind::Int>,
-    .readFloat = ReadAs<float, &StreamValue::real, Kind::Float>,
-    .readBool = ReadAs<std::int32_t, &StreamValue::integer, Kind::Bool>,
-    .readVector = ReadAs<Vector, &StreamValue::vector, Kind::Vector>,
-    .readMatrix = nullptr,
-    .readString = nullptr,
-    .readChannelLink = nullptr,
-};
-
-// --- containers ---
-
-const FakeContainer& ContainerOf(const HostContainer* container) {
-  return *reinterpret_cast<const FakeContainer*>(container);
-}
-
-template <class Value>
-Value ValueOr(const HostContainer* container, std::int32_t key, Value def) {
-  const FakeValue* value = ContainerOf(container).Find(key);
-  const Value* typed = value == nullptr ? nullptr : std::get_if<Value>(value);
-  return typed == nullptr ? def : *typed;
-}
-
-template <class Value, class Argument>
-void Put(HostContainer* container, std::int32_t key, Argument value) noexcept {
-  reinterpret_cast<FakeContainer*>(container)->Set(key, static_cast<Value>(value));
-}
-
-std::int32_t FindKey(const HostContainer* container, std::int32_t key) noexcept {
-  const auto& entries = ContainerOf(container).entries;
-  for (std::size_t i = 0; i < entries.size(); ++i) {
-    if (entries[i].key == key) return static_cast<std::int32_t>(i);
-  }
-  return -1;
-}
-
-std::int32_t KeyAt(const HostContainer* container, std::int32_t index) noexcept {
-  const auto& entries = ContainerOf(container).entries;
-  if (index < 0 || static_cast<std::size_t>(index) >= entries.size()) return -1;
-  return entries[static_cast<std::size_t>(index)].key;
-}
-
-const ContainerTable& FakeContainerTable() {
-  static const ContainerTable table = [] {
-    ContainerTable t = {};
-    t.find = FindKey;
-    t.keyAt = KeyAt;
-    t.getBool = [](const HostContainer* c, std::int32_t k, std::int32_t d) noexcept {
-      return ValueOr(c, k, d != 0) ? 1 : 0;
-    };
-    t.getInt = [](const HostContainer* c, std::int32_t k, Word d) noexcept {
-      return ValueOr(c, k, d);
-    };
-    t.getFloat = [](const HostContainer* c, std::int32_t k, float d) noexcept {
-      return ValueOr(c, k, d);
-    };
-    t.getVector = [](const HostContainer* c, std::int32_t k, const Vector* d, Vector* v) noexcept {
-      *v = ValueOr(c, k, *d);
-    };
-    t.setBool = Put<bool, std::int32_t>;
-    t.setInt = Put<Word, Word>;
-    t.setFloat = Put<float, float>;
-    t.setVector = [](HostContainer* c, std::int32_t k, const Vector* v) noexcept {
-      Put<Vector>(c, k, *v);
-    };
-    return t;
-  }();
-  return table;
-}
-
 const GeneralTable generalTable = {
     .alloc = FakeTables::Alloc,
     .free = FakeTables::Free,
@@ -253,12 +149,12 @@ const GeneralTable generalTable = {
 
 const StringTable stringTable = {
     .empty = ToHandle<HostString>(&emptyText),
-    .create = nullptr,
+    .create = FakeTables::CreateString,
     .createFromChars = FakeTables::StringFromChars,
-    .copy = nullptr,
+    .copy = FakeTables::CopyString,
     .free = FakeTables::FreeString,
     .length = nullptr,
-    .compare = nullptr,
+    .compare = FakeTables::CompareStrings,
     .concatenate = FakeTables::Concatenate,
     .fromNumber = nullptr,
 };
@@ -281,27 +177,10 @@ const ResourceTable resourceTable = {
 
 }  // namespace
 
-bool operator==(const StreamValue& a, const StreamValue& b) {
-  return a.kind == b.kind && a.integer == b.integer && a.real == b.real &&
-         a.vector.x == b.vector.x && a.vector.y == b.vector.y && a.vector.z == b.vector.z;
+std::string& FakeTextOf(HostString* text) {
+  return text == nullptr ? emptyText.text : reinterpret_cast<FakeText*>(text)->text;
 }
-
-const FakeValue* FakeContainer::Find(std::int32_t key) const {
-  for (const Entry& entry : entries) {
-    if (entry.key == key) return &entry.value;
-  }
-  return nullptr;
-}
-
-void FakeContainer::Set(std::int32_t key, FakeValue value) {
-  for (Entry& entry : entries) {
-    if (entry.key == key) {
-      entry.value = value;
-      return;
-    }
-  }
-  entries.push_back({key, value});
-}
+const std::string& FakeTextOf(const HostString* text) { return TextOf(text); }
 
 FakeHost::FakeHost(Word version) {
   current = this;
@@ -313,7 +192,9 @@ FakeHost::FakeHost(Word version) {
   api.version = version;
   api.general = &generalTable;
   api.render = &render;
-  api.stream = &streamTable;
+  api.stream = &FakeStreamTable();
+  api.channel = &ScriptedLinkTable();
+  api.bitmap = &ScriptedBitmapTable();
   api.container = &FakeContainerTable();
   api.string = &stringTable;
   api.filename = &filenameTable;

@@ -9,49 +9,12 @@
 #include <cstdint>
 #include <map>
 #include <string>
-#include <variant>
 #include <vector>
 
+#include "tests/support/fake_data.h"
+#include "tests/support/scripted_links.h"
+
 namespace sorvanix::test {
-
-/// One value of a fake container or stream, by the operation that stored it.
-using FakeValue = std::variant<float, bool, Vector, Word>;
-
-/// A typed value as a stream holds it; the constructors spell the type at the call.
-struct StreamValue {
-  enum class Kind { Int, Float, Bool, Vector } kind;
-  std::int32_t integer = 0;
-  float real = 0;
-  Vector vector = {};
-
-  static StreamValue Int(std::int32_t value) { return {Kind::Int, value, 0, {}}; }
-  static StreamValue Float(float value) { return {Kind::Float, 0, value, {}}; }
-  static StreamValue Bool(bool value) { return {Kind::Bool, value ? 1 : 0, 0, {}}; }
-  static StreamValue Vec(float x, float y, float z) { return {Kind::Vector, 0, 0, {x, y, z}}; }
-  friend bool operator==(const StreamValue& a, const StreamValue& b);
-};
-
-/// A stream in memory: what Write stored, or what Read shall find.
-struct FakeStream {
-  std::vector<StreamValue> values;
-  std::size_t position = 0;  ///< of the next read
-  int mismatches = 0;        ///< reads of another type than the one stored, or past the end
-
-  HostStream* handle() { return reinterpret_cast<HostStream*>(this); }
-};
-
-/// A container in memory, in the order of its keys' first setting.
-struct FakeContainer {
-  struct Entry {
-    std::int32_t key;
-    FakeValue value;
-  };
-  std::vector<Entry> entries;
-
-  HostContainer* handle() { return reinterpret_cast<HostContainer*>(this); }
-  const FakeValue* Find(std::int32_t key) const;
-  void Set(std::int32_t key, FakeValue value);
-};
 
 /// What the module handed over at one registration.
 struct Registration {
@@ -60,6 +23,10 @@ struct Registration {
   ShaderRecord record;
   std::int32_t size;
 };
+
+/// The text behind a string; that of the shared empty one for null.
+std::string& FakeTextOf(HostString* text);
+const std::string& FakeTextOf(const HostString* text);
 
 class FakeHost {
  public:
@@ -79,6 +46,15 @@ class FakeHost {
   int refuseRegistration = 0;  ///< 1 refuses the first registration, 2 the second, ...
   int failAllocation = 0;      ///< 1 fails the next allocation, 2 the one after, ...
   bool failResources = false;
+  int failLink = 0;      ///< 1 fails the next creation of a link, 2 the one after, ...
+  int failLinkCopy = 0;  ///< the same for copies of links
+  bool failContainers = false;
+
+  std::vector<LinkRead> reads;  ///< of all links, in order
+  bool recordReads = true;      ///< to be switched off where several threads read
+  int linksMade = 0;
+  int liveLinks = 0;
+  int liveContainers = 0;
 
   std::int32_t cpuCount = 1;
   /// Index that hostCpuIndex answers on the calling thread.

@@ -4,20 +4,18 @@
 #include <gtest/gtest.h>
 #include <sorvanix/ids.h>
 
-#include <filesystem>
-
 #include "host/bake/flat_bake.h"
 #include "host/channels/material_file.h"
-#include "host/noise/noise_services.h"
+#include "tests/host/module/loaded.h"
 
 namespace sorvanix::host {
 namespace {
 
-class MaterialShaders : public ::testing::Test {
+class MaterialShaders : public test::RealModuleTest {
  protected:
   Shader Make(std::string_view text) {
-    const auto material = ReadMaterial(text, catalogue_).material;
-    return MakeShader(module_, material.value(), ChannelColour).value();
+    const auto material = ReadMaterial(text, catalogue).material;
+    return MakeShader(module, material.value(), ChannelColour).value();
   }
   Image Bake(std::string_view text, int side, int threads) {
     Shader shader = Make(text);
@@ -25,13 +23,8 @@ class MaterialShaders : public ::testing::Test {
                     {.width = side, .height = side}, {.threads = threads})
         .value();
   }
-
-  ShaderCatalogue catalogue_ =
-      ShaderCatalogue::Load(std::filesystem::path(SORVANIX_MODULE_PATH).parent_path() /
-                            "Resources/shaders.json")
-          .value();
-  Host host_{{.services = {[](HostTables& tables) { InstallNoiseServices(tables.render); }}}};
-  Module module_ = Module::Load(host_, SORVANIX_MODULE_PATH).value();
+};
+Module module = Module::Load(host_, SORVANIX_MODULE_PATH).value();
 };
 
 TEST_F(MaterialShaders, TheShaderAnswersWithTheParametersThatItWasGiven) {
@@ -52,13 +45,13 @@ TEST_F(MaterialShaders, WhatIsNotGivenKeepsItsDefault) {
 }
 
 TEST_F(MaterialShaders, EveryDefaultOfTheCatalogueIsThatOfTheShader) {
-  for (const ShaderDescription& description : catalogue_.Shaders()) {
+  for (const ShaderDescription& description : catalogue.Shaders()) {
     MaterialNode node = {&description, {}, {}};
-    Container fresh = MakeShader(module_, node, ChannelColour)->Parameters();
+    Container fresh = MakeShader(module, node, ChannelColour)->Parameters();
     for (const ShaderParameter& parameter : description.parameters) {
       node.values.push_back({&parameter, parameter.initial});
     }
-    EXPECT_EQ(MakeShader(module_, node, ChannelColour)->Parameters(), fresh) << description.name;
+    EXPECT_EQ(MakeShader(module, node, ChannelColour)->Parameters(), fresh) << description.name;
   }
 }
 
@@ -76,7 +69,7 @@ TEST_F(MaterialShaders, APictureOfOneColourIsThatColour) {
 
 // All but the one that draws a random number for each sample.
 TEST_F(MaterialShaders, EveryNoiseBakesTheSameOnOneThreadAndOnEight) {
-  const ShaderDescription* shader = catalogue_.Find("2D Noise");
+  const ShaderDescription* shader = catalogue.Find("2D Noise");
   const ShaderParameter* type = shader->FindParameter("noiseType");
   int random = 0;
   for (const ParameterChoice& choice : type->choices) {

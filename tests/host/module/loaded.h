@@ -5,6 +5,7 @@
 
 #include <filesystem>
 
+#include "host/channels/channel_link.h"
 #include "host/host.h"
 #include "host/loader/module.h"
 #include "host/noise/noise_services.h"
@@ -12,10 +13,17 @@
 
 namespace sorvanix::host::test {
 
-/// Noise is the host's own; Shader objects must be gone before this is.
+/// Noise and links are the host's own; Shader objects must be gone before this is.
 struct RealModuleTest : ::testing::Test {
-  Host host{{.services = {[](HostTables& tables) { InstallNoiseServices(tables.render); }}}};
+  static void InstallServices(HostTables& tables) {
+    InstallNoiseServices(tables.render);
+    InstallChannelLinks(tables.channel, tables.stream);
+    InstallBitmaps(tables.bitmap);
+  }
+
+  Host host{{.services = {InstallServices}}};
   Module module = Module::Load(host, SORVANIX_MODULE_PATH).value();
+  LinkedShaders links{module.Shaders()};
   ShaderCatalogue catalogue =
       ShaderCatalogue::Load(module.Path().parent_path() / "Resources" / "shaders.json").value();
 };

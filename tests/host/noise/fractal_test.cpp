@@ -1,3 +1,4 @@
+// The sums of octaves against their formulas, and how octaves are counted.
 #include "host/noise/fractal.h"
 
 #include <gtest/gtest.h>

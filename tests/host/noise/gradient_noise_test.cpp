@@ -1,3 +1,5 @@
+// The gradient noise in the frame of its lattice: gradients, blending, distribution; and the
+// rotation.
 #include "host/noise/gradient_noise.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Seeded random points, and the measures by which the tests judge samples of noise.
+// Measures by which the tests judge samples of noise, and seeded random points to take them at.
 #pragma once
 
 #include <sorvanix/types.h>

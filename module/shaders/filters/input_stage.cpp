@@ -1,0 +1,149 @@
+#include "module/shaders/filters/input_stage.h"
+
+#include "module/kit/bounds_box.h"
+#include "module/kit/matrix.h"
+#include "module/kit/vector.h"
+
+namespace sorvanix {
+
+namespace {
+
+constexpr std::int32_t kNoTagFlag = 0;
+
+void FillFootprintPoints(const Vector& hit, const Vector (&corners)[3], FootprintBlock& block) {
+  block.footprint[0] = hit;
+  std::copy_n(corners, 3, block.footprint + 1);
+}
+
+// Half the extent of the four points, widened by the blur.
+Vector FootprintRadius(const FootprintBlock& block, const ChannelSample& sample) noexcept {
+  BoundsBox box;
+  BoundsStart(box, block.footprint[0]);
+  for (const Vector& point : block.footprint) BoundsAdd(box, point);
+  const double blur = double{sample.blurScale} * sample.blurOffset;
+  return OffsetAll(static_cast<float>(blur), BoundsHalfSize(box));
+}
+
+// All fields that do not depend on where the points come from.
+FootprintBlock UnmovedBlock(const ShaderInstance& instance, const ChannelSample& sample) noexcept {
+  FootprintBlock block = {};
+  block.uvwPoint = block.basePoint = sample.uvw;
+  block.uvwDelta = block.baseDelta = sample.delta;
+  block.texMatrix = block.texInverse = kIdentityMatrix;
+  block.outerChannel = instance.channel;
+  return block;
+}
+
+// The hit and its corners in the space of the tag, in hundredths.
+void FillFromTag(const RenderContext& render, FootprintBlock& block) noexcept {
+  const Matrix map = Multiply(ScaleMatrix({100, 100, 100}), block.texInverse);
+  const auto toTag = [&](const Vector& corner) {
+    return Transform(Add(render.localHitPoint, Sub(corner, render.hitPoint)), map);
+  };
+  FillFootprintPoints(
+      Transform(render.localHitPoint, map),
+      {toTag(render.footprintA), toTag(render.footprintB), toTag(render.footprintC)}, block);
+}
+
+}  // namespace
+
+bool InitInputs(std::span<ChannelLink* const> links, const RenderInit* init) noexcept {
+  return std::all_of(links.begin(), links.end(),
+                     [init](ChannelLink* link) { return hostChannelInitRender(link, init) == 0; });
+}
+
+InputSetup SetUpInput(ChannelLink* link, const InnerSlots& slots, BumpStep otherwise) noexcept {
+  if (hostChannelPluginId(link) != 0) return {slots, slots.stride, otherwise};
+  const HostBitmap* bitmap = hostChannelBitmap(link);
+  if (bitmap == nullptr) return {slots, InputRecords<1>::kBitmapMissing, otherwise};
+  const auto pixel = [](std::int32_t size) { return static_cast<float>(1.0 / size); };
+  return {slots, slots.stride,
+          BumpStep{pixel(hostBitmapWidth(bitmap)), pixel(hostBitmapHeight(bitmap))}};
+}
+
+SampleFootprint BuildFootprint(const ShaderInstance& instance, const ChannelSample& sample,
+                               std::int32_t nested, FootprintBlock& first,
+                               const FootprintBlock& own) noexcept {
+  const RenderContext& render = *sample.render;
+  SampleFootprint footprint = {UnmovedBlock(instance, sample), kNoTagFlag};
+  FootprintBlock& block = footprint.block;
+  const TextureTag* tag = render.textureTag;
+  if (tag == nullptr) {  // `nested` plays no part here
+    FillFootprintPoints(render.hitPoint, {render.footprintA, render.footprintB, render.footprintC},
+                        block);
+    block.footprintRadius = FootprintRadius(block, sample);
+    return footprint;
+  }
+  // Deliberate: the first slot decides, where generators look at the calling CPU's.
+  const bool useSlot = nested != 0 && OuterChannelOf(first) != ChannelStandalone;
+  if (useSlot) block = own;
+  footprint.tagFlag = tag->flags;  // sign-extended
+  block.texMatrix = tag->matrix1;
+  block.texInverse = tag->matrix2;
+  if (!useSlot) {
+    FillFromTag(render, block);
+    block.footprintRadius = FootprintRadius(block, sample);
+  }
+  return footprint;
+}
+
+Vector ReadInput(ChannelLink* link, const ChannelSample& sample, const Vector& uvw,
+                 std::int32_t tagFlag) noexcept {
+  return hostChannelSample(link, sample.render, uvw, sample.delta, sample.normal, sample.time,
+                           tagFlag, sample.blurOffset, sample.blurScale);
+}
+
+void MoveByTap(std::int32_t tap, const BumpStep& step, Vector& uvw) noexcept {
+  switch (tap) {
+    case TapPlusU:
+      uvw.x += step.u;
+      break;
+    case TapMinusU:
+      uvw.x -= step.u;
+      break;
+    case TapPlusV:
+      uvw.y += step.v;
+      break;
+    case TapMinusV:
+      uvw.y -= step.v;
+      break;
+    default:
+      break;
+  }
+}
+
+TapColours ReadTaps(ChannelLink* link, const ChannelSample& sample,
+                    const SampleFootprint& footprint, FootprintBlock* innerSlot,
+                    const BumpStep& step) noexcept {
+  TapColours colours;
+  Vector uvw = sample.uvw;
+  if (innerSlot != nullptr) {
+    PutFootprint(footprint.block, *innerSlot);
+    for (std::int32_t tap = TapPlusU; tap <= TapMinusV; ++tap) {
+      innerSlot->tap = tap;
+      colours[static_cast<std::size_t>(tap - TapPlusU)] =
+          ReadInput(link, sample, uvw, footprint.tagFlag);
+    }
+    return colours;
+  }
+  // From tap to tap, so that rounding is the same as ever: + u, - u, + v, - v of the sample.
+  const BumpStep moves[] = {{step.u, 0}, {-2 * step.u, 0}, {step.u, step.v}, {0, -2 * step.v}};
+  for (std::size_t tap = 0; tap < colours.size(); ++tap) {
+    uvw.x += moves[tap].u;
+    uvw.y += moves[tap].v;
+    colours[tap] = ReadInput(link, sample, uvw, footprint.tagFlag);
+  }
+  return colours;
+}
+
+// The plus tap is taken from the minus tap in u, the minus tap from the plus tap in v: the unlike
+// signs are deliberate.
+void BendNormal(const TapColours& colours, RenderContext& render) noexcept {
+  constexpr double kSlope = 3.5;
+  const auto gu = static_cast<float>((Mean(colours[1]) - Mean(colours[0])) * kSlope);
+  const auto gv = static_cast<float>((Mean(colours[2]) - Mean(colours[3])) * kSlope);
+  render.bumpNormal = Normalized(
+      Add(Add(Scale(gu, render.tangentU), render.bumpNormal), Scale(gv, render.tangentV)));
+}
+
+}  // namespace sorvanix
