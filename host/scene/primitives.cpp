@@ -20,11 +20,11 @@ struct Chart {
 };
 
 /// Free space around a chart, so that pixels of its neighbours do not bleed in.
-constexpr double ChartMargin = 1.0 / 64;
+constexpr double kChartMargin = 1.0 / 64;
 
 constexpr Chart Inset(const Chart& chart) noexcept {
-  return {chart.left + ChartMargin, chart.top + ChartMargin, chart.right - ChartMargin,
-          chart.bottom - ChartMargin};
+  return {chart.left + kChartMargin, chart.top + kChartMargin, chart.right - kChartMargin,
+          chart.bottom - kChartMargin};
 }
 
 Vector Narrow(double x, double y, double z) noexcept {
@@ -40,8 +40,8 @@ struct ProfilePoint {
 };
 
 /// Turns a profile around y. u = 0.5 is at -z and grows towards +x.
-SurfacePoint Turned(const ProfilePoint& profile, std::int32_t column, std::int32_t columns,
-                    double v) {
+PatchCorner Turned(const ProfilePoint& profile, std::int32_t column, std::int32_t columns,
+                   double v) {
   const double x = -SinTurn(column, columns), z = CosTurn(column, columns);
   const Vector uvw = Uv(static_cast<double>(column) / columns, v);
   return {.point = Narrow(profile.radius * x, profile.y, profile.radius * z),
@@ -77,7 +77,7 @@ PolygonMesh BuildTorus(const Primitive& torus) {
 void AddCap(SurfaceBuilder& builder, const Primitive& cylinder, int up, const Chart& chart) {
   builder.AddPatch(cylinder.segmentsU, 1, [&](std::int32_t column, std::int32_t row) {
     const double distance = (row == 0) == (up > 0) ? 0 : 1;
-    SurfacePoint corner =
+    PatchCorner corner =
         Turned({cylinder.radius * distance, cylinder.height * 0.5 * up, 0, static_cast<double>(up)},
                column, cylinder.segmentsU, 0);
     const double u = 0.5 - 0.5 * distance * SinTurn(column, cylinder.segmentsU);
@@ -93,8 +93,8 @@ PolygonMesh BuildCylinder(const Primitive& cylinder) {
   builder.AddPatch(
       cylinder.segmentsU, cylinder.segmentsV, [&](std::int32_t column, std::int32_t row) {
         const double v = static_cast<double>(row) / cylinder.segmentsV;
-        SurfacePoint corner = Turned({cylinder.radius, cylinder.height * (0.5 - v), 1, 0}, column,
-                                     cylinder.segmentsU, v);
+        PatchCorner corner = Turned({cylinder.radius, cylinder.height * (0.5 - v), 1, 0}, column,
+                                    cylinder.segmentsU, v);
         corner.uvw[1] = side.Place(static_cast<double>(column) / cylinder.segmentsU, v);
         return corner;
       });
@@ -117,7 +117,7 @@ void AddFace(SurfaceBuilder& builder, const Face& face, std::int32_t columns, st
     const auto component = [&](float Vector::*axis) {
       return face.middle.*axis + (u - 0.5) * face.right.*axis + (v - 0.5) * face.down.*axis;
     };
-    return SurfacePoint{
+    return PatchCorner{
         .point = Narrow(component(&Vector::x), component(&Vector::y), component(&Vector::z)),
         .normal = face.normal,
         .uvw = {Uv(u, v), chart.Place(u, v)}};
@@ -157,16 +157,16 @@ struct ShapeRow {
 };
 
 /// By the numbers of PrimitiveShape.
-constexpr std::array<ShapeRow, 5> Shapes = {{{BuildSphere, 3, 2},
-                                             {BuildCube, 1, 1},
-                                             {BuildPlane, 1, 1},
-                                             {BuildCylinder, 3, 1},
-                                             {BuildTorus, 3, 3}}};
+constexpr std::array<ShapeRow, 5> kShapes = {{{BuildSphere, 3, 2},
+                                              {BuildCube, 1, 1},
+                                              {BuildPlane, 1, 1},
+                                              {BuildCylinder, 3, 1},
+                                              {BuildTorus, 3, 3}}};
 
 std::int32_t Segments(std::int32_t wanted, float detail, std::int32_t least) noexcept {
   const double segments = std::round(static_cast<double>(wanted) * detail);
   if (!(segments > least)) return least;  // also a detail that is no number
-  return segments < MostSegments ? static_cast<std::int32_t>(segments) : MostSegments;
+  return segments < kMostSegments ? static_cast<std::int32_t>(segments) : kMostSegments;
 }
 
 }  // namespace
@@ -190,8 +190,15 @@ Primitive DefaultPrimitive(PrimitiveShape shape) noexcept {
   return primitive;
 }
 
+std::size_t MostPolygonsOf(const Primitive& primitive) noexcept {
+  const auto around = static_cast<std::size_t>(Segments(primitive.segmentsU, 1, 3));
+  const auto down = static_cast<std::size_t>(Segments(primitive.segmentsV, 1, 3));
+  const std::size_t sides = primitive.shape == PrimitiveShape::Cube ? 6 : 1;
+  return sides * around * down + 2 * around;  // with the caps of a cylinder
+}
+
 PolygonMesh BuildPrimitive(const Primitive& primitive, float detail) {
-  const ShapeRow& shape = Shapes[static_cast<std::size_t>(primitive.shape)];
+  const ShapeRow& shape = kShapes[static_cast<std::size_t>(primitive.shape)];
   Primitive limited = primitive;
   limited.segmentsU = Segments(primitive.segmentsU, detail, shape.leastU);
   limited.segmentsV = Segments(primitive.segmentsV, detail, shape.leastV);

@@ -5,6 +5,7 @@
 // side without overlap; a cylinder too, for its side and its caps.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "host/scene/mesh.h"
@@ -29,10 +30,13 @@ struct Primitive {
 };
 
 /// Numbers of segments are limited to this, and to at least what makes a closed surface.
-inline constexpr std::int32_t MostSegments = 1024;
+inline constexpr std::int32_t kMostSegments = 1024;
 
 /// The shape with sizes of about 100 units around the origin.
 Primitive DefaultPrimitive(PrimitiveShape shape) noexcept;
+
+/// How many polygons the surface has at most.
+std::size_t MostPolygonsOf(const Primitive& primitive) noexcept;
 
 /// The surface with its segments times `detail`; 1 is full detail. Normals are smooth where the
 /// surface is. Throws std::bad_alloc.

@@ -1,5 +1,8 @@
 #include "host/scene/scene.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "host/scene/primitives.h"
 
 namespace sorvanix::host {
@@ -30,9 +33,10 @@ struct ContentUpdate {
     AddDataTag(object, TagTypePolygons);
   }
   void operator()(const ParticleContent& content) const {
-    object.particles = content.particles;
-    for (ParticleRecord& particle : object.particles) {
-      particle.position = TransformPoint(object.world, particle.position);
+    for (const ParticleItem& item : content.particles) {
+      const std::int32_t flags =
+          (item.visible ? ParticleVisible : 0) | (item.alive ? ParticleAlive : 0);
+      object.particles.push_back({TransformPoint(object.world, item.position), flags});
     }
     AddDataTag(object, TagTypeParticles);
   }
@@ -90,6 +94,36 @@ void Scene::Update() {
   }
 }
 
+void Scene::Add(std::shared_ptr<Material> material) {
+  material->scene = this;
+  materials.push_back(std::move(material));
+}
+
+std::shared_ptr<Material> Scene::Remove(const Material& material) {
+  const auto found = std::find_if(materials.begin(), materials.end(),
+                                  [&](const auto& each) { return each.get() == &material; });
+  if (found == materials.end()) return nullptr;
+  std::shared_ptr<Material> removed = std::move(*found);
+  materials.erase(found);
+  removed->scene = nullptr;
+  for (Object* object = Following(root, root); object != nullptr;
+       object = Following(*object, root)) {
+    for (const auto& tag : object->textureTags) {
+      if (tag->material.lock() == removed) tag->material.reset();
+    }
+  }
+  return removed;
+}
+
+void Scene::TakeOver(Scene& other) {
+  for (auto& material : other.materials) Add(std::move(material));
+  for (auto& object : other.root.children) root.Add(std::move(object));
+  other.materials.clear();
+  other.root.children.clear();
+  other.activeTag = nullptr;
+  Update();
+}
+
 Object* Scene::FindObject(std::string_view name) noexcept {
   for (Object* object = Following(root, root); object != nullptr;
        object = Following(*object, root)) {
@@ -110,6 +144,18 @@ Object* Following(const Object& object, const Object& root) noexcept {
   const Object* level = &object;
   while (level != &root && level->next == nullptr) level = level->parent;
   return level == &root ? nullptr : level->next;
+}
+
+std::int32_t TypeOf(const Object& object) noexcept {
+  struct Visitor {
+    std::int32_t operator()(const NullContent&) const { return 1; }
+    std::int32_t operator()(const Primitive&) const { return 2; }
+    std::int32_t operator()(const MeshContent&) const { return 3; }
+    std::int32_t operator()(const ParticleContent&) const { return ObjectTypeParticles; }
+    // A light has no surface that a frame could be fitted to.
+    std::int32_t operator()(const LightContent&) const { return ObjectTypeExcludedFromFrame; }
+  };
+  return std::visit(Visitor(), object.content);
 }
 
 LightRecord ToLightRecord(const Object& object) noexcept {

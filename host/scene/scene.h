@@ -21,6 +21,7 @@
 #include "host/scene/mesh.h"
 #include "host/scene/primitives.h"
 #include "host/scene/transform.h"
+#include "host/services/containers.h"
 #include "host/services/handle.h"
 #include "host/services/strings.h"
 
@@ -68,6 +69,7 @@ class TextureTagNode : public Tag {
   /// Where the projection stands in the object's space; scale is half its size in units, so that
   /// the default reaches from -100 to 100. Tag coordinates of -1 to 1 are the projection's inside.
   Transform placement = {.scale = {100, 100, 100}};
+  mutable std::unique_ptr<Container> settings;  ///< made for the module when it asks
 };
 
 /// A null: only a place, for its children.
@@ -79,9 +81,14 @@ struct MeshContent {
   std::shared_ptr<const PolygonMesh> mesh;  ///< never null after reading; may have no polygons
 };
 
+struct ParticleItem {
+  Vector position = {0, 0, 0};  ///< in the object's space
+  bool visible = true;
+  bool alive = true;
+};
+
 struct ParticleContent {
-  Primitive builtFrom;                    ///< what the mesh of a primitive was made from
-  std::vector<ParticleRecord> particles;  ///< positions in the object's space
+  std::vector<ParticleItem> particles;
 };
 
 enum class LightKind { Omni, Spot, Distant, Rectangle, Disc, Ambient };
@@ -125,7 +132,7 @@ class Object : public Handled<Object, HostObject> {
   Object* next = nullptr;  ///< the following sibling
 
   // What Update derives.
-  Matrix world = IdentityMatrix;               ///< object to world
+  Matrix world = kIdentityMatrix;              ///< object to world
   std::shared_ptr<const PolygonMesh> mesh;     ///< of primitives and meshes; else null
   Primitive builtFrom;                         ///< what the mesh of a primitive was made from
   std::vector<ParticleRecord> particles;       ///< of particle sets, in world space
@@ -146,6 +153,15 @@ class Scene : public Handled<Scene, HostDocument> {
   /// Throws std::bad_alloc.
   void Update();
 
+  /// Makes a material the scene's own.
+  void Add(std::shared_ptr<Material> material);
+  /// Lets a material of the scene go, off all objects; null when it is none of the scene's.
+  std::shared_ptr<Material> Remove(const Material& material);
+
+  /// Takes all objects and materials of another scene, behind its own. Throws std::bad_alloc, with
+  /// part of them taken.
+  void TakeOver(Scene& other);
+
   /// The first object of this name, parents before children; null when there is none.
   Object* FindObject(std::string_view name) noexcept;
   std::shared_ptr<Material> FindMaterial(std::string_view name) const noexcept;
@@ -162,6 +178,9 @@ class Scene : public Handled<Scene, HostDocument> {
 /// null behind the last. Begin with `root` itself, which is not visited again:
 ///     for (Object* o = Following(scene.root, scene.root); o; o = Following(*o, scene.root)) ...
 Object* Following(const Object& object, const Object& root) noexcept;
+
+/// The number by which shaders know the object's kind.
+std::int32_t TypeOf(const Object& object) noexcept;
 
 /// The light of an object with LightContent, in world space, as the contract tells lights.
 LightRecord ToLightRecord(const Object& object) noexcept;

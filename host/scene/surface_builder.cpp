@@ -10,10 +10,10 @@ namespace {
 /// Collects the corners of one polygon, leaving out those that repeat the one before.
 struct Loop {
   std::array<std::int32_t, 4> index = {};
-  std::array<SurfacePoint, 4> corner = {};
+  std::array<PatchCorner, 4> corner = {};
   std::size_t count = 0;
 
-  void Add(std::int32_t pointIndex, const SurfacePoint& point) {
+  void Add(std::int32_t pointIndex, const PatchCorner& point) {
     if (count > 0 && index[count - 1] == pointIndex) return Merge(count - 1, point);
     if (count > 0 && index[0] == pointIndex) return Merge(0, point);
     index[count] = pointIndex;
@@ -21,7 +21,7 @@ struct Loop {
   }
 
   /// Where an edge has shrunk to a pole, the texture coordinate of its middle is the best one.
-  void Merge(std::size_t kept, const SurfacePoint& point) {
+  void Merge(std::size_t kept, const PatchCorner& point) {
     for (std::size_t set = 0; set < point.uvw.size(); ++set) {
       Vector& uvw = corner[kept].uvw[set];
       uvw.x = (uvw.x + point.uvw[set].x) * 0.5f;
@@ -55,9 +55,9 @@ SurfaceBuilder::SurfaceBuilder(std::size_t uvwSetCount) {
   }
 }
 
-void SurfaceBuilder::AddPolygon(const std::array<SurfacePoint, 4>& corners) {
+void SurfaceBuilder::AddPolygon(const std::array<PatchCorner, 4>& corners) {
   Loop loop;
-  for (const SurfacePoint& corner : corners) loop.Add(PointIndex(corner.point), corner);
+  for (const PatchCorner& corner : corners) loop.Add(PointIndex(corner.point), corner);
   if (loop.count < 3) return;
   const std::size_t last = loop.count - 1;
   mesh_.polygons.push_back({loop.index[0], loop.index[1], loop.index[2], loop.index[last]});
@@ -65,10 +65,10 @@ void SurfaceBuilder::AddPolygon(const std::array<SurfacePoint, 4>& corners) {
     return Corners{value(loop.corner[0]), value(loop.corner[1]), value(loop.corner[2]),
                    value(loop.corner[last])};
   };
-  mesh_.normals.push_back(gather([](const SurfacePoint& corner) { return corner.normal; }));
+  mesh_.normals.push_back(gather([](const PatchCorner& corner) { return corner.normal; }));
   for (std::size_t set = 0; set < mesh_.uvwSets.size(); ++set) {
     mesh_.uvwSets[set].corners.push_back(
-        gather([set](const SurfacePoint& corner) { return corner.uvw[set]; }));
+        gather([set](const PatchCorner& corner) { return corner.uvw[set]; }));
   }
 }
 

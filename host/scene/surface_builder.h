@@ -15,7 +15,7 @@
 namespace sorvanix::host {
 
 /// One corner of a patch: place, unit normal, and one texture coordinate for each set of the mesh.
-struct SurfacePoint {
+struct PatchCorner {
   Vector point, normal;
   std::array<Vector, 2> uvw;
 };
@@ -49,7 +49,7 @@ class SurfaceBuilder {
     std::size_t operator()(const PointKey& key) const noexcept;
   };
 
-  void AddPolygon(const std::array<SurfacePoint, 4>& corners);
+  void AddPolygon(const std::array<PatchCorner, 4>& corners);
   std::int32_t PointIndex(const Vector& point);
 
   PolygonMesh mesh_;

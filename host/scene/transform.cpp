@@ -6,7 +6,7 @@
 namespace sorvanix::host {
 namespace {
 
-constexpr double RadiansPerDegree = std::numbers::pi / 180;
+constexpr double kRadiansPerDegree = std::numbers::pi / 180;
 
 Vector Scaled(const Vector& v, float factor) noexcept {
   return {v.x * factor, v.y * factor, v.z * factor};
@@ -19,8 +19,8 @@ Vector ToVector(double x, double y, double z) noexcept {
 }  // namespace
 
 Vector Radians(const Vector& degrees) noexcept {
-  return ToVector(degrees.x * RadiansPerDegree, degrees.y * RadiansPerDegree,
-                  degrees.z * RadiansPerDegree);
+  return ToVector(degrees.x * kRadiansPerDegree, degrees.y * kRadiansPerDegree,
+                  degrees.z * kRadiansPerDegree);
 }
 
 Matrix RotationMatrix(const Vector& angles) noexcept {
@@ -38,7 +38,7 @@ Vector AnglesTowards(const Vector& direction) noexcept {
   const double level = std::hypot(x, z);
   // The third axis is (-cos p sin h, sin p, cos p cos h). Straight up and down have no heading.
   const double heading = level > 0 ? std::atan2(-x, z) : 0;
-  return ToVector(heading / RadiansPerDegree, std::atan2(y, level) / RadiansPerDegree, 0);
+  return ToVector(heading / kRadiansPerDegree, std::atan2(y, level) / kRadiansPerDegree, 0);
 }
 
 Matrix ToMatrix(const Transform& transform) noexcept {

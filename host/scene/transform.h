@@ -5,7 +5,7 @@
 
 namespace sorvanix::host {
 
-inline constexpr Matrix IdentityMatrix = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+inline constexpr Matrix kIdentityMatrix = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
 
 /// Relative to the parent's space. The point is scaled, then rotated, then moved.
 struct Transform {
