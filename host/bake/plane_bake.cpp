@@ -23,7 +23,7 @@ std::shared_ptr<PolygonMesh> UnitSquare() {
 
 TextureTag PlainTag() {
   TextureTag tag = {};
-  tag.matrix1 = tag.matrix2 = IdentityMatrix;
+  tag.matrix1 = tag.matrix2 = kIdentityMatrix;
   tag.projection = ProjectUvw;
   tag.lengthU = tag.lengthV = 1;
   return tag;
@@ -35,17 +35,13 @@ class PlaneBaker {
       : source_(source),
         settings_(settings),
         image_(image),
-        surface_(UnitSquare(), IdentityMatrix) {
+        surface_(UnitSquare(), kIdentityMatrix) {
     frame_.threadCount = threads;
     frame_.pictureSize[0] = settings.width;
     frame_.pictureSize[1] = settings.height;
     frame_.time = settings.time;
     frame_.filtering = settings.filtering;
-    records_.resize(static_cast<std::size_t>(threads));
-    for (int i = 0; i < threads; ++i) {
-      records_[static_cast<std::size_t>(i)].threadIndex = i;
-      records_[static_cast<std::size_t>(i)].frame = &frame_;
-    }
+    records_ = MakeRecords(frame_);
   }
 
   RenderContext* Context() { return &records_[0].context; }
@@ -53,27 +49,13 @@ class PlaneBaker {
   void BakeRow(int y, int worker, const TaskOptions& options) {
     ShadingRecord& record = records_[static_cast<std::size_t>(worker)];
     for (int x = 0; x < settings_.width && !options.Cancelled(); ++x) {
-      const Vector colour = TexelAt(record, x, y).Narrow();
-      float* const pixel = image_.rgb.data() + image_.IndexOf(x, y);
-      pixel[0] = colour.x;
-      pixel[1] = colour.y;
-      pixel[2] = colour.z;
+      const auto at = [&](double px, double py) { return SampleAtPlace(record, px, py); };
+      const int n = settings_.samples;
+      SetTexel(image_, x, y, n == 1 ? at(x, y) : MeanOfSamples(n, x, y, at));
     }
   }
 
  private:
-  Vec3 TexelAt(ShadingRecord& record, int x, int y) const {
-    const int n = settings_.samples;
-    if (n == 1) return SampleAtPlace(record, x, y);
-    Vec3 sum;
-    for (int j = 0; j < n; ++j) {
-      for (int i = 0; i < n; ++i) {
-        sum += SampleAtPlace(record, x + (i + 0.5) / n, y + (j + 0.5) / n);
-      }
-    }
-    return sum / (static_cast<double>(n) * n);
-  }
-
   Vec3 SampleAtPlace(ShadingRecord& record, double x, double y) const {
     const double u = x / settings_.width, v = y / settings_.height;
     // The halves of the square meet where u = v; see SurfaceTriangle for their corners.
@@ -100,7 +82,7 @@ class PlaneBaker {
   Image& image_;
   const MeshSurface surface_;
   const TextureTag tag_ = PlainTag();
-  const ObjectRecord object_ = {2, {}, 0, IdentityMatrix, nullptr};
+  const ObjectRecord object_ = {2, {}, 0, kIdentityMatrix, nullptr};
   RenderFrame frame_;
   std::vector<ShadingRecord> records_;
 };

@@ -6,19 +6,10 @@
 // projections.
 #pragma once
 
-#include <optional>
-
 #include "host/bake/parallel_tiles.h"
 #include "host/bake/surface_bake.h"
-#include "host/images/image.h"
 
 namespace sorvanix::host {
-
-/// How a bake went.
-struct SurfaceBake {
-  bool tookPart = true;        ///< false: the source refused the render, and there is no picture
-  std::optional<Image> image;  ///< nothing when it was cancelled
-};
 
 /// Texels are placed as in a flat bake: one sample lies in the upper left corner, several in the
 /// middles of their shares. Throws std::bad_alloc.

@@ -3,7 +3,9 @@
 namespace sorvanix::host {
 
 Vec3 EncodeNormal(const ShadingRecord& record, NormalConvention convention) noexcept {
-  const Vec3 normal(record.context.baseNormal);
+  // From the same floats as the bent one, so that an unbent normal comes out without a trace of
+  // rounding.
+  const Vec3 normal = Normalised(Vec3(record.context.baseNormal));
   const Vec3 bent(record.context.bumpNormal);
   const SurfaceAxes any = AnyAxes(normal);
   const Vec3 right = Normalised(Perpendicular(record.uv.tangentU, normal), any.first);

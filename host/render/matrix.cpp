@@ -1,21 +1,20 @@
 #include "host/render/matrix.h"
 
 #include "host/render/vec3.h"
+#include "host/scene/transform.h"
 
 namespace sorvanix::host {
 
 namespace {
 
-constexpr Matrix kIdentity = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
-
 void InvertEntry(const Matrix* matrix, Matrix* result) noexcept {
-  if (result != nullptr) *result = matrix == nullptr ? kIdentity : Inverse(*matrix);
+  if (result != nullptr) *result = matrix == nullptr ? kIdentityMatrix : Inverse(*matrix);
 }
 
 void MultiplyEntry(const Matrix* first, const Matrix* second, Matrix* result) noexcept {
   if (result == nullptr) return;
-  const Matrix a = first == nullptr ? kIdentity : *first;
-  const Matrix b = second == nullptr ? kIdentity : *second;
+  const Matrix a = first == nullptr ? kIdentityMatrix : *first;
+  const Matrix b = second == nullptr ? kIdentityMatrix : *second;
   *result = {MapPoint(a, Vec3(b.off)).Narrow(), MapDirection(a, Vec3(b.v1)).Narrow(),
              MapDirection(a, Vec3(b.v2)).Narrow(), MapDirection(a, Vec3(b.v3)).Narrow()};
 }
@@ -35,7 +34,8 @@ Matrix Inverse(const Matrix& matrix) noexcept {
   const Vec3 rowX = Cross(y, z) / determinant;
   const Vec3 rowY = Cross(z, x) / determinant;
   const Vec3 rowZ = Cross(x, y) / determinant;
-  if (determinant == 0 || !IsFinite(rowX) || !IsFinite(rowY) || !IsFinite(rowZ)) return kIdentity;
+  if (determinant == 0 || !IsFinite(rowX) || !IsFinite(rowY) || !IsFinite(rowZ))
+    return kIdentityMatrix;
   const Vec3 off = -Vec3(matrix.off);
   return {Vec3(Dot(rowX, off), Dot(rowY, off), Dot(rowZ, off)).Narrow(),
           Vec3(rowX.x, rowY.x, rowZ.x).Narrow(), Vec3(rowX.y, rowY.y, rowZ.y).Narrow(),

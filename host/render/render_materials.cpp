@@ -8,7 +8,7 @@ namespace sorvanix::host {
 
 namespace {
 
-constexpr std::array<std::string_view, MaterialChannelCount> kChannelNames = {
+constexpr std::array<std::string_view, kMaterialChannelCount> kChannelNames = {
     "colour",    "luminance", "transparency", "reflection",     "environment",
     "diffusion", "bump",      "alpha",        "specular colour"};
 
@@ -18,7 +18,7 @@ RenderMaterials::RenderMaterials(const RenderScene& scene, const RenderInit& ini
   for (const auto& material : scene.materials) {
     RenderMaterial& prepared = materials_.emplace_back();
     prepared.highlightExponent = material->highlightExponent;
-    for (std::size_t channel = 0; channel < MaterialChannelCount; ++channel) {
+    for (std::size_t channel = 0; channel < kMaterialChannelCount; ++channel) {
       if (material->channels[channel].on) {
         prepared.channels[channel] = Prepare(*material, channel, init);
       }

@@ -22,7 +22,7 @@ struct RenderChannel {
 };
 
 struct RenderMaterial {
-  std::array<RenderChannel, MaterialChannelCount> channels;  ///< by the numbers of ids.h
+  std::array<RenderChannel, kMaterialChannelCount> channels;  ///< by the numbers of ids.h
   double highlightExponent = 25;
 
   const RenderChannel& operator[](int channel) const noexcept {

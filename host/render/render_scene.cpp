@@ -67,7 +67,7 @@ RenderScene RenderScene::Prepare(Scene& scene, std::int32_t width, std::int32_t 
         {.surface = MeshSurface(object->mesh, object->world),
          .record = {.kind = object->mesh->HasUvw(0) ? kWithUvw : std::uint8_t{0},
                     .reserved = {},
-                    .type = 0,
+                    .type = TypeOf(*object),
                     .matrix = object->world,
                     .object = object->Handle()},
          .tags = VisibleTags(*object, prepared.materials),

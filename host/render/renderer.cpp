@@ -60,15 +60,6 @@ class PictureRenderer {
   Image& image_;
 };
 
-std::vector<ShadingRecord> MakeRecords(const RenderFrame& frame) {
-  std::vector<ShadingRecord> records(static_cast<std::size_t>(frame.threadCount));
-  for (std::size_t i = 0; i < records.size(); ++i) {
-    records[i].threadIndex = static_cast<std::int32_t>(i);
-    records[i].frame = &frame;
-  }
-  return records;
-}
-
 }  // namespace
 
 tl::expected<RenderedPicture, std::string> RenderPicture(Scene& scene,

@@ -34,6 +34,15 @@ std::array<Vec3, 4> SamplePoints(const SurfaceSample& sample) noexcept {
   return {hit, hit - halfX - halfY, hit + halfX - halfY, hit - halfX + halfY};
 }
 
+std::vector<ShadingRecord> MakeRecords(const RenderFrame& frame) {
+  std::vector<ShadingRecord> records(static_cast<std::size_t>(frame.threadCount));
+  for (std::size_t i = 0; i < records.size(); ++i) {
+    records[i].threadIndex = static_cast<std::int32_t>(i);
+    records[i].frame = &frame;
+  }
+  return records;
+}
+
 void BeginSample(ShadingRecord& record, const SurfaceSample& sample) noexcept {
   record.sample = sample;
   record.ray = ToRecord(sample.eye, sample.direction);

@@ -13,6 +13,7 @@
 #include <optional>
 #include <span>
 #include <type_traits>
+#include <vector>
 
 #include "host/render/lights.h"
 #include "host/render/mesh_surface.h"
@@ -68,6 +69,9 @@ struct ShadingRecord {
   }
 };
 static_assert(std::is_standard_layout_v<ShadingRecord> && offsetof(ShadingRecord, context) == 0);
+
+/// A record for each thread of a frame, which must outlive them.
+std::vector<ShadingRecord> MakeRecords(const RenderFrame& frame);
 
 /// Takes up a new sample of the record's frame: fills every field of the context that does not
 /// depend on a texture. The surface has no tag, and coordinates of 0.

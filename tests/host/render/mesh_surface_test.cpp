@@ -21,7 +21,7 @@ std::shared_ptr<PolygonMesh> Wall() {
 }
 
 TEST(MeshSurface, AQuadrangleIsTwoTriangles) {
-  const MeshSurface surface(Wall(), IdentityMatrix);
+  const MeshSurface surface(Wall(), kIdentityMatrix);
   ASSERT_EQ(surface.Triangles().size(), 2u);
   const SurfacePoint first = surface.At(0, 0.5, 0.25);
   // a + 0.5 (b - a) + 0.25 (c - a)
@@ -35,7 +35,7 @@ TEST(MeshSurface, AQuadrangleIsTwoTriangles) {
 }
 
 TEST(MeshSurface, CoordinatesLieAsTheMeshSays) {
-  const MeshSurface surface(Wall(), IdentityMatrix);
+  const MeshSurface surface(Wall(), kIdentityMatrix);
   for (const std::size_t triangle : {0u, 1u}) {
     const SurfacePoint at = surface.At(triangle, 0.25, 0.25);
     const UvFrame frame = surface.UvFrameAt(at, 0);
@@ -55,7 +55,7 @@ TEST(MeshSurface, ThePolygonHasItsCornersInBothSpaces) {
 }
 
 TEST(MeshSurface, ASetThatIsMissingIsAllZero) {
-  const UvwRecord polygon = MeshSurface(Wall(), IdentityMatrix).Polygon(0, 5);
+  const UvwRecord polygon = MeshSurface(Wall(), kIdentityMatrix).Polygon(0, 5);
   EXPECT_THAT(polygon.uvw[2], FloatVec(0, 0, 0));
   EXPECT_EQ(polygon.cornerCount, 4);
 }
@@ -88,7 +88,7 @@ TEST(MeshSurface, NormalsOfAStretchedSphereAreThoseOfAnEllipsoid) {
 TEST(MeshSurface, BrokenPointsHaveNoTriangles) {
   auto mesh = Wall();
   mesh->points[3].y = std::numeric_limits<float>::quiet_NaN();
-  EXPECT_EQ(MeshSurface(mesh, IdentityMatrix).Triangles().size(), 1u);
+  EXPECT_EQ(MeshSurface(mesh, kIdentityMatrix).Triangles().size(), 1u);
   const Matrix broken = {{0, 0, 0}, {NAN, 0, 0}, {0, 1, 0}, {0, 0, 1}};
   EXPECT_TRUE(MeshSurface(Wall(), broken).Triangles().empty());
 }
@@ -96,7 +96,7 @@ TEST(MeshSurface, BrokenPointsHaveNoTriangles) {
 TEST(MeshSurface, WithoutAreaThereAreStillUnitNormals) {
   auto mesh = Wall();
   mesh->points[1] = mesh->points[2] = mesh->points[0];
-  const SurfacePoint at = MeshSurface(mesh, IdentityMatrix).At(0, 0.3, 0.3);
+  const SurfacePoint at = MeshSurface(mesh, kIdentityMatrix).At(0, 0.3, 0.3);
   EXPECT_NEAR(Length(at.faceNormal), 1, 1e-12);
   EXPECT_NEAR(Length(at.normal), 1, 1e-12);
 }

@@ -22,10 +22,10 @@ inline std::shared_ptr<PolygonMesh> WallMesh() {
 
 /// A ray from (0.5, 1, -10) straight on; the hit is at (0.5, 1, 0), the sample 0.02 x 0.04 large.
 struct WallSample {
-  MeshSurface surface{WallMesh(), IdentityMatrix};
+  MeshSurface surface{WallMesh(), kIdentityMatrix};
   std::vector<LightRecord> lights;
   ScreenView view{{{0, 0, -10}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}}, 90, 200, 100};
-  ObjectRecord object = {2, {}, 0, IdentityMatrix, nullptr};
+  ObjectRecord object = {2, {}, 0, kIdentityMatrix, nullptr};
   RenderFrame frame;
   ShadingRecord record;
 
@@ -59,7 +59,7 @@ struct WallSample {
 /// A tag without a placement of its own: coordinates are the surface's.
 inline TextureTag UvwTag() {
   TextureTag tag = {};
-  tag.matrix1 = tag.matrix2 = IdentityMatrix;
+  tag.matrix1 = tag.matrix2 = kIdentityMatrix;
   tag.projection = 6;
   tag.lengthU = tag.lengthV = 1;
   return tag;
