@@ -172,5 +172,22 @@ TEST_F(FilterGraphs, AShortMemoryLeavesPartOfAGraphButNothingBroken) {
   EXPECT_GT(allocations, 20);  // ten shaders' blocks and ten links at least
 }
 
+TEST_F(FilterGraphs, AShortMemoryMakesAWholeMaterialOrNone) {
+  const LeakCheck leaks;
+  const MaterialNode material = Read(kGraph);
+  Shader whole = Make(kGraph);
+  int made = 0;
+  WithEveryAllocationFailing([&] {
+    try {
+      auto shader = MakeShader(module, material, ChannelColour);
+      if (!shader) return;
+      ++made;
+      ExpectSamePicture(*shader, whole);
+    } catch (const std::bad_alloc&) {  // in the host's own containers: the program tells it
+    }
+  });
+  EXPECT_GE(made, 1) << "at the latest when no allocation fails";
+}
+
 }  // namespace
 }  // namespace sorvanix::host::test
