@@ -1,5 +1,5 @@
 // Writes Resources/shaders.json from the shaders' tables: the one description that host, command
-// line, studio and manual read. Run by the build: write_shaders_json FILE.
+// line, studio and manual read. Run by the build: write_shaders_json STRINGS FILE.
 #include <cmath>
 #include <cstdio>
 #include <fstream>
@@ -119,15 +119,19 @@ bool IsRampCount(const ShaderTable& table, const Field& field) {
   return table.ramp.given() && field.offset == table.ramp.offset + offsetof(Ramp, count);
 }
 
-Json ShaderOf(const RegistryRow& row) {
+// The name that the shader is registered under: a text of strings.json, or the row's own.
+Json TitleOf(const RegistryRow& row, const Json& texts) {
+  if (row.nameStringId == sorvanix::kLiteralTitle) return row.literalTitle;
+  return texts.at(std::to_string(row.nameStringId));
+}
+
+Json ShaderOf(const RegistryRow& row, const Json& texts) {
   const ShaderTable& table = *row.table;
-  Json shader = {{"id", table.pluginId},
-                 {"name", table.name},
-                 {"title", std::string("sorvaNIX ") + table.name},
-                 {"category", NameOf(table.category, kCategoryNames)},
-                 {"summary", table.summary},
-                 {"inputs", Json::array()},
-                 {"parameters", Json::array()}};
+  Json shader = {
+      {"id", table.pluginId},         {"name", table.name},
+      {"title", TitleOf(row, texts)}, {"category", NameOf(table.category, kCategoryNames)},
+      {"summary", table.summary},     {"inputs", Json::array()},
+      {"parameters", Json::array()}};
   for (const Field& field : table.fields) {
     if (field.key == sorvanix::kNotExchanged || IsRampCount(table, field)) continue;
     if (field.kind == ValueKind::Link) {
@@ -143,19 +147,20 @@ Json ShaderOf(const RegistryRow& row) {
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
-  if (argumentCount != 2) {
-    std::fprintf(stderr, "usage: write_shaders_json FILE\n");
+  if (argumentCount != 3) {
+    std::fprintf(stderr, "usage: write_shaders_json STRINGS FILE\n");
     return 2;
   }
+  const Json texts = Json::parse(std::ifstream(arguments[1]));
   Json document = {{"format", "sorvanix-shaders"}, {"version", 1}, {"shaders", Json::array()}};
   for (const RegistryRow& row : sorvanix::ShaderRegistry()) {
-    if (row.table != nullptr) document["shaders"].push_back(ShaderOf(row));
+    if (row.table != nullptr) document["shaders"].push_back(ShaderOf(row, texts));
   }
-  std::ofstream file(arguments[1]);
+  std::ofstream file(arguments[2]);
   file << document.dump(2) << '\n';
   file.close();
   if (!file) {
-    std::fprintf(stderr, "write_shaders_json: cannot write %s\n", arguments[1]);
+    std::fprintf(stderr, "write_shaders_json: cannot write %s\n", arguments[2]);
     return 5;
   }
   return 0;

@@ -24,8 +24,6 @@ class MaterialShaders : public test::RealModuleTest {
         .value();
   }
 };
-Module module = Module::Load(host_, SORVANIX_MODULE_PATH).value();
-};
 
 TEST_F(MaterialShaders, TheShaderAnswersWithTheParametersThatItWasGiven) {
   Shader shader = Make(R"({"shader": "2D Noise", "noiseType": "CellEdgeType", "octaves": 2.5,

@@ -134,15 +134,9 @@ struct BrightContrastFileTest : BrightContrastTest {
     block.previewChannel = 7;
   }
   // What the oldest version stores behind its marker.
-  const Values common = {Float(0.5f),
-                         Float(-0.25f),
-                         Float(0.125f),
-                         Float(0.75f),
-                         StreamValue::Link("a noise"),
-                         Int(3),
-                         Bool(false),
-                         Bool(true),
-                         Bool(false)};
+  const Values common = {
+      Float(0.5f), Float(-0.25f), Float(0.125f), Float(0.75f), StreamValue::Link("a noise"),
+      Int(3),      Bool(false),   Bool(true),    Bool(false)};
   void ExpectCommon() {
     EXPECT_EQ(block.brightness, 0.5f);
     EXPECT_EQ(block.contrast, -0.25f);

@@ -23,9 +23,6 @@ struct ColorizerTest : FilterTest<ColorizerBlock, PluginIdColorizer> {
 
 // --- the colour function ---
 
-// The default ramp: black, red at a half, yellow. A grey of a quarter is halfway to red on the
-// cubic through (black, black, red, yellow): w = 0.5, red 0.5 (0 + 1) + 0.0625 (0 + 1 - 0 - 1) and
-// so 0.5 + 0.0625 * 0; see ramp_test for the curve itself. Only the ends are exact here.
 TEST_F(ColorizerTest, TheDefaultRampRunsFromBlackOverRedToYellow) {
   ExpectExactly(Filtered({0, 0, 0}), {0, 0, 0});
   ExpectVector(Filtered({0.5f, 0.5f, 0.5f}), {1, 0, 0});
@@ -201,9 +198,9 @@ TEST_F(ColorizerFileTest, WriteLimitsTheCountToTheKnotsThatItStores) {
 
 TEST_F(ColorizerFileTest, GetAndDescribeAnswerTheseKeysAndAllFiftyKnots) {
   FillBlock();
-  ExpectParameters(
-      shader, {{1000, Word{1}, Word{4}}, {1001, Word{1}, Word{5}}, {1002, Word{1}, Word{2}}},
-      {1003}, 150);
+  ExpectParameters(shader,
+                   {{1000, Word{1}, Word{4}}, {1001, Word{1}, Word{5}}, {1002, Word{1}, Word{2}}},
+                   {1003}, 150);
   FakeContainer values, types;
   shader.Message(MessageGetParameters, values);
   shader.Message(MessageDescribeParameters, types);
@@ -266,16 +263,15 @@ TEST_F(ColorizerFileTest, CompareLooksAtTheLiveKnotsAndNotAtTheOrder) {
   auto& changed = other.block<ColorizerBlock>();
   const ColorizerBlock defaults = changed;
   using Change = void (*)(ColorizerBlock&);
-  for (const Change change :
-       {Change([](ColorizerBlock& b) { b.ramp.knots[2].colour.y = 0.5f; }),
-        Change([](ColorizerBlock& b) { b.ramp.knots[1].position = 0.25f; }),
-        Change([](ColorizerBlock& b) { b.ramp.knots[0].bias = 0.25f; }),
-        Change([](ColorizerBlock& b) { b.ramp.count = 4; }),
-        Change([](ColorizerBlock& b) { b.ramp.count = 1000; }),
-        Change([](ColorizerBlock& b) { b.ramp.interpolation = 1; }),
-        Change([](ColorizerBlock& b) { b.ramp.selected = 1; }),
-        Change([](ColorizerBlock& b) { b.source = 1; }),
-        Change([](ColorizerBlock& b) { b.nested = 1; })}) {
+  for (const Change change : {Change([](ColorizerBlock& b) { b.ramp.knots[2].colour.y = 0.5f; }),
+                              Change([](ColorizerBlock& b) { b.ramp.knots[1].position = 0.25f; }),
+                              Change([](ColorizerBlock& b) { b.ramp.knots[0].bias = 0.25f; }),
+                              Change([](ColorizerBlock& b) { b.ramp.count = 4; }),
+                              Change([](ColorizerBlock& b) { b.ramp.count = 1000; }),
+                              Change([](ColorizerBlock& b) { b.ramp.interpolation = 1; }),
+                              Change([](ColorizerBlock& b) { b.ramp.selected = 1; }),
+                              Change([](ColorizerBlock& b) { b.source = 1; }),
+                              Change([](ColorizerBlock& b) { b.nested = 1; })}) {
     changed = defaults;
     EXPECT_EQ(record.Compare(&instance, &other.instance), 1);
     change(changed);

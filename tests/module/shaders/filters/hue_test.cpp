@@ -26,9 +26,9 @@ TEST_F(HueTest, TheDefaultsKeepAllEightBitColours) {
   for (int rgb = 0; rgb < 1 << 24; ++rgb) {
     colour = {float(rgb >> 16) / 255, float(rgb >> 8 & 255) / 255, float(rgb & 255) / 255};
     const Vector result = Output();
-    worst = std::max({worst, std::fabs(double{result.x} - colour.x),
-                      std::fabs(double{result.y} - colour.y),
-                      std::fabs(double{result.z} - colour.z)});
+    worst =
+        std::max({worst, std::fabs(double{result.x} - colour.x),
+                  std::fabs(double{result.y} - colour.y), std::fabs(double{result.z} - colour.z)});
   }
   EXPECT_LT(worst, 3e-7);
 }
@@ -162,21 +162,10 @@ struct HueFileTest : HueTest {
     block.nested = 1;
     block.previewChannel = 7;
   }
-  const Values filled = {Float(10),
-                         Float(0.5f),
-                         Float(-0.5f),
-                         Bool(true),
-                         Float(20),
-                         Float(0.75f),
-                         Float(0.125f),
-                         StreamValue::Link("a noise"),
-                         Int(4),
-                         Bool(false),
-                         Bool(true),
-                         Bool(false),
-                         Bool(true),
-                         Int(5),
-                         Int(1)};
+  const Values filled = {Float(10),  Float(0.5f),  Float(-0.5f),  Bool(true),
+                         Float(20),  Float(0.75f), Float(0.125f), StreamValue::Link("a noise"),
+                         Int(4),     Bool(false),  Bool(true),    Bool(false),
+                         Bool(true), Int(5),       Int(1)};
 };
 
 TEST_F(HueFileTest, WriteStoresTheMarkerAndTheValuesInFileOrder) {
@@ -257,15 +246,14 @@ TEST_F(HueFileTest, CompareLooksAtTheseFields) {
   auto& changed = other.block<HueBlock>();
   const HueBlock defaults = changed;
   using Change = void (*)(HueBlock&);
-  for (const Change change : {Change([](HueBlock& b) { b.hueShift = 1; }),
-                              Change([](HueBlock& b) { b.saturationShift = 1; }),
-                              Change([](HueBlock& b) { b.lightnessShift = 1; }),
-                              Change([](HueBlock& b) { b.colorize = 1; }),
-                              Change([](HueBlock& b) { b.colorHue = 1; }),
-                              Change([](HueBlock& b) { b.colorSaturation = 1; }),
-                              Change([](HueBlock& b) { b.colorLightness = 1; }),
-                              Change([](HueBlock& b) { b.colorHue = NAN; }),
-                              Change([](HueBlock& b) { b.nested = 1; })}) {
+  for (const Change change :
+       {Change([](HueBlock& b) { b.hueShift = 1; }),
+        Change([](HueBlock& b) { b.saturationShift = 1; }),
+        Change([](HueBlock& b) { b.lightnessShift = 1; }),
+        Change([](HueBlock& b) { b.colorize = 1; }), Change([](HueBlock& b) { b.colorHue = 1; }),
+        Change([](HueBlock& b) { b.colorSaturation = 1; }),
+        Change([](HueBlock& b) { b.colorLightness = 1; }),
+        Change([](HueBlock& b) { b.colorHue = NAN; }), Change([](HueBlock& b) { b.nested = 1; })}) {
     changed = defaults;
     EXPECT_EQ(record.Compare(&instance, &other.instance), 1);
     change(changed);

@@ -109,9 +109,9 @@ TEST_F(PosterizerTest, WriteStoresTheMarkerAndTheValuesInFileOrder) {
   block.levels = 8;
   block.previewObject = 2;
   block.nested = 1;
-  EXPECT_EQ(Written(), (Values{Int(20000830), Int(8), Float(0.05f), StreamValue::Link("a noise"),
-                               Int(2), Bool(true), Bool(false), Bool(true), Bool(true), Int(5),
-                               Int(1)}));
+  EXPECT_EQ(Written(),
+            (Values{Int(20000830), Int(8), Float(0.05f), StreamValue::Link("a noise"), Int(2),
+                    Bool(true), Bool(false), Bool(true), Bool(true), Int(5), Int(1)}));
 }
 
 TEST_F(PosterizerTest, ReadsItsOwnAndNewerForms) {
