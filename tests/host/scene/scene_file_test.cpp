@@ -313,7 +313,7 @@ TEST(SceneProblems, OfGraphsHaveTheirPlaceInTheScene) {
       "    \"factor\": true } } } } ]");
   const auto problems = Problems(text, {.catalogue = &fake::Catalogue()});
   ASSERT_EQ(problems.size(), 2u);
-  EXPECT_THAT(problems[0], HasSubstr("s:2:50: /materials/0/channels/bump/graph/valu: unknown"));
+  EXPECT_THAT(problems[0], HasSubstr("s:2:51: /materials/0/channels/bump/graph/valu: unknown"));
   EXPECT_THAT(problems[1], HasSubstr("s:4:15: /materials/0/channels/colour/graph/factor: "));
 }
 
@@ -351,14 +351,15 @@ TEST(SceneProblems, OfTexturesAndTargets) {
 }
 
 TEST(SceneProblems, OfTooManyPolygons) {
-  // 1024 x 1024 polygons a sphere: 17 of them are more than 2^24.
-  std::string objects;
-  for (int i = 0; i < 17; ++i) {
-    objects += std::string(i > 0 ? "," : "") +
-               R"({ "kind": "sphere", "radius": 0, "segmentsU": 1024, "segmentsV": 1024 })";
+  // A sphere of 1024 x 1024 segments counts as 2^20 + 2^11 polygons; the sixteenth goes beyond 2^24.
+  // After the first problem nothing is built any more, only counted.
+  std::string objects = R"({ "kind": "sphere", "radius": -1 })";
+  for (int i = 0; i < 20; ++i) {
+    objects += R"(, { "kind": "sphere", "segmentsU": 1024, "segmentsV": 1024 })";
   }
   EXPECT_THAT(Messages(Objects(objects)),
-              ElementsAre(HasSubstr("/objects/15: the scene has more")));
+              ElementsAre(HasSubstr("/objects/0/radius"),
+                          "/objects/16: the scene has more than 16777216 polygons"));
 }
 
 TEST(SceneProblems, OfHierarchiesThatAreTooDeep) {
