@@ -351,8 +351,8 @@ TEST(SceneProblems, OfTexturesAndTargets) {
 }
 
 TEST(SceneProblems, OfTooManyPolygons) {
-  // A sphere of 1024 x 1024 segments counts as 2^20 + 2^11 polygons; the sixteenth goes beyond 2^24.
-  // After the first problem nothing is built any more, only counted.
+  // A sphere of 1024 x 1024 segments counts as 2^20 + 2^11 polygons; the sixteenth goes beyond
+  // 2^24. After the first problem nothing is built any more, only counted.
   std::string objects = R"({ "kind": "sphere", "radius": -1 })";
   for (int i = 0; i < 20; ++i) {
     objects += R"(, { "kind": "sphere", "segmentsU": 1024, "segmentsV": 1024 })";
