@@ -27,7 +27,8 @@ struct SceneReadingOptions {
   /// The shaders that graphs are checked against, which must outlive the scene; without it graphs
   /// are kept as they are, unread.
   const ShaderCatalogue* catalogue = nullptr;
-  std::vector<std::filesystem::path> imageFolders;  ///< searched for bitmaps after the scene's own
+  std::vector<std::filesystem::path> imageFolders =
+      {};  ///< searched for bitmaps after the scene's own
 };
 
 struct SceneReading {

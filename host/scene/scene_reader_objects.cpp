@@ -66,8 +66,9 @@ void SceneReader::ReadContent(const Place& place, const ObjectKind& kind, Object
       Fail(place, "\"innerAngle\" is larger than \"outerAngle\"");
     }
   }
+  const std::size_t before = polygons_;
   polygons_ += PolygonCount(object.content);
-  if (polygons_ > kMostScenePolygons) {
+  if (before <= kMostScenePolygons && polygons_ > kMostScenePolygons) {
     Fail(place, fmt::format("the scene has more than {} polygons", kMostScenePolygons));
   }
 }
