@@ -2,17 +2,9 @@
 
 #include <fmt/format.h>
 
-#include <string_view>
+#include "host/scene/scene_format.h"
 
 namespace sorvanix::host {
-
-namespace {
-
-constexpr std::array<std::string_view, kMaterialChannelCount> kChannelNames = {
-    "colour",    "luminance", "transparency", "reflection",     "environment",
-    "diffusion", "bump",      "alpha",        "specular colour"};
-
-}  // namespace
 
 RenderMaterials::RenderMaterials(const RenderScene& scene, const RenderInit& init) {
   for (const auto& material : scene.materials) {
