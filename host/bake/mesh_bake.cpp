@@ -18,7 +18,7 @@ TextureTag TagOfScene() {
   TextureTag tag = {};
   tag.matrix1 = {{0, 0, 0}, {100, 0, 0}, {0, 100, 0}, {0, 0, 100}};
   tag.matrix2 = {{0, 0, 0}, {0.01f, 0, 0}, {0, 0.01f, 0}, {0, 0, 0.01f}};
-  tag.projection = ProjectUvw;
+  tag.projection = static_cast<std::int8_t>(Projection::Uvw);
   tag.lengthU = tag.lengthV = 1;
   return tag;
 }
@@ -104,16 +104,23 @@ Image EmptyPicture(const SurfaceBakeSettings& settings) {
 
 }  // namespace
 
+tl::expected<void, std::string> CheckCoordinates(const PolygonMesh& mesh, std::size_t uvwSet) {
+  if (mesh.uvwSets.empty()) {
+    return tl::unexpected(std::string("the mesh has no texture coordinates to bake into"));
+  }
+  if (!mesh.HasUvw(uvwSet)) {
+    return tl::unexpected(fmt::format("the mesh has no set {} of texture coordinates; it has {}",
+                                      uvwSet, mesh.uvwSets.size()));
+  }
+  return {};
+}
+
 tl::expected<MeshBake, std::string> BakeMesh(std::shared_ptr<const PolygonMesh> mesh,
                                              ChannelSource& source,
                                              const MeshBakeSettings& settings,
                                              const TaskOptions& options) {
-  if (mesh->uvwSets.empty()) {
-    return tl::unexpected(std::string("the mesh has no texture coordinates to bake into"));
-  }
-  if (!mesh->HasUvw(settings.uvwSet)) {
-    return tl::unexpected(fmt::format("the mesh has no set {} of texture coordinates; it has {}",
-                                      settings.uvwSet, mesh->uvwSets.size()));
+  if (const auto checked = CheckCoordinates(*mesh, settings.uvwSet); !checked) {
+    return tl::unexpected(checked.error());
   }
   const int height = settings.surface.height;
   const MeshSurface surface(std::move(mesh), kIdentityMatrix);

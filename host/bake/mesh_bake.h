@@ -30,6 +30,9 @@ struct MeshBake {
   std::size_t overlapping = 0;  ///< texels that several polygons share: the first one shows
 };
 
+/// Whether a mesh can be baked by a set of its coordinates. The error is one line.
+tl::expected<void, std::string> CheckCoordinates(const PolygonMesh& mesh, std::size_t uvwSet);
+
 /// One sample lies in the middle of a texel. Texels beyond the gutter are black, in a normal map
 /// unbent. The error is one line: a mesh without the set of coordinates. Throws std::bad_alloc.
 tl::expected<MeshBake, std::string> BakeMesh(std::shared_ptr<const PolygonMesh> mesh,

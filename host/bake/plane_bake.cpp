@@ -24,7 +24,7 @@ std::shared_ptr<PolygonMesh> UnitSquare() {
 TextureTag PlainTag() {
   TextureTag tag = {};
   tag.matrix1 = tag.matrix2 = kIdentityMatrix;
-  tag.projection = ProjectUvw;
+  tag.projection = static_cast<std::int8_t>(Projection::Uvw);
   tag.lengthU = tag.lengthV = 1;
   return tag;
 }

@@ -73,7 +73,7 @@ class LayerShading {
     const RenderChannel& filled = material_[ChannelEnvironment];
     if (filled.source == nullptr) return filled.factor;
     ChannelSample sample = Sample();
-    sample.uvw = ProjectShape(ProjectSphere, Mirrored(RayDirection(record_), normal)).Narrow();
+    sample.uvw = ProjectShape(Projection::Sphere, Mirrored(RayDirection(record_), normal)).Narrow();
     return filled.factor * Vec3(filled.source->Sample(sample));
   }
 

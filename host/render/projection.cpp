@@ -54,17 +54,17 @@ std::optional<Barycentric> Locate(const Vec3& a, const Vec3& b, const Vec3& c, c
 
 }  // namespace
 
-Vec3 ProjectShape(std::int32_t projection, const Vec3& place) noexcept {
+Vec3 ProjectShape(Projection projection, const Vec3& place) noexcept {
   switch (projection) {
-    case ProjectSphere:
+    case Projection::Sphere:
       return Sphere(place);
-    case ProjectCylinder:
+    case Projection::Cylinder:
       return Cylinder(place);
-    case ProjectCube:
+    case Projection::Cube:
       return Cube(place);
-    case ProjectSpatial:
+    case Projection::Spatial:
       return Flat(place.x + place.z, place.y, place.z);
-    case ProjectShrinkWrap:
+    case Projection::ShrinkWrap:
       return ShrinkWrap(place);
     default:
       return Flat(place.x, place.y, place.z);
@@ -94,15 +94,15 @@ Vec3 PlaceInTile(const TextureTag& tag, const Vec3& uvw) noexcept {
 
 std::optional<Vec3> ProjectPlace(const TextureTag& tag, const ProjectedPlace& place) noexcept {
   std::optional<Vec3> uvw;
-  if (tag.projection == ProjectUvw) {
+  if (ProjectionOf(tag) == Projection::Uvw) {
     if (place.polygon != nullptr) uvw = UvwOnPolygon(*place.polygon, place.inWorld);
-  } else if (tag.projection == ProjectFrontal) {
+  } else if (ProjectionOf(tag) == Projection::Frontal) {
     if (place.view != nullptr) {
       const Vec3 pixel = place.view->ToPixels(place.view->ToCamera(place.inWorld));
       uvw = Vec3(pixel.x / place.view->Width(), pixel.y / place.view->Height(), pixel.z);
     }
   } else {
-    uvw = ProjectShape(tag.projection, place.inTag);
+    uvw = ProjectShape(ProjectionOf(tag), place.inTag);
   }
   if (!uvw) return std::nullopt;
   return PlaceInTile(tag, *uvw);

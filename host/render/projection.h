@@ -6,29 +6,21 @@
 
 #include <sorvanix/records.h>
 
-#include <cstdint>
 #include <optional>
 
 #include "host/render/screen_view.h"
 #include "host/render/vec3.h"
+#include "host/scene/scene.h"
 
 namespace sorvanix::host {
 
-/// The numbers of TextureTag::projection.
-enum ProjectionNumber : std::int32_t {
-  ProjectSphere = 0,
-  ProjectCylinder = 1,
-  ProjectFlat = 2,
-  ProjectCube = 3,
-  ProjectFrontal = 4,
-  ProjectSpatial = 5,
-  ProjectUvw = 6,
-  ProjectShrinkWrap = 7
-};
+inline Projection ProjectionOf(const TextureTag& tag) noexcept {
+  return static_cast<Projection>(tag.projection);
+}
 
-/// The coordinate of a place in tag units, before the tag's offset and length. Numbers that need no
-/// more than the place; all others act as flat.
-Vec3 ProjectShape(std::int32_t projection, const Vec3& place) noexcept;
+/// The coordinate of a place in tag units, before the tag's offset and length, by a projection that
+/// needs no more than the place; all others, and numbers that are none, act as flat.
+Vec3 ProjectShape(Projection projection, const Vec3& place) noexcept;
 
 /// The coordinate of a polygon at a point of its plane, by the barycentric coordinates of the
 /// triangle, or of the half of the quadrangle, that holds it. They go on outside the polygon, and a
@@ -42,8 +34,8 @@ Vec3 PlaceInTile(const TextureTag& tag, const Vec3& uvw) noexcept;
 struct ProjectedPlace {
   Vec3 inTag = {};  ///< in tag units
   Vec3 inWorld = {};
-  const ScreenView* view = nullptr;    ///< for ProjectFrontal
-  const UvwRecord* polygon = nullptr;  ///< for ProjectUvw
+  const ScreenView* view = nullptr;    ///< for Projection::Frontal
+  const UvwRecord* polygon = nullptr;  ///< for Projection::Uvw
 };
 
 /// The coordinate that a tag gives to a place; nothing when the projection lacks what it needs.

@@ -75,7 +75,7 @@ void BeginSample(ShadingRecord& record, const SurfaceSample& sample) noexcept {
 std::optional<UvFrame> FrameOfTag(const ShadingRecord& record, const TextureTag& tag,
                                   std::size_t uvwSet) {
   const SurfaceSample& sample = record.sample;
-  if (tag.projection != ProjectUvw) {
+  if (ProjectionOf(tag) != Projection::Uvw) {
     const auto uvwAt = [&](const Vec3& point) {
       return ProjectPlace(
           tag,
@@ -84,7 +84,9 @@ std::optional<UvFrame> FrameOfTag(const ShadingRecord& record, const TextureTag&
     return FrameByDifferences(uvwAt, sample.at.point, sample.at.faceNormal,
                               kProjectionStep * LongestAxis(tag.matrix1));
   }
-  if (!sample.surface->Mesh().HasUvw(uvwSet)) return std::nullopt;
+  if (!sample.surface->Mesh().HasUvw(uvwSet)) {
+    return FrameFromGradients({}, {}, {}, sample.at.faceNormal);
+  }
   const UvFrame frame = sample.surface->UvFrameAt(sample.at, uvwSet);
   const double perU = tag.lengthU == 0 ? 0 : 1 / double{tag.lengthU};
   const double perV = tag.lengthV == 0 ? 0 : 1 / double{tag.lengthV};

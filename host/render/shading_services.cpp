@@ -132,7 +132,7 @@ void PointToUvw(const RenderContext* render, const TextureTag* tag, std::int32_t
   if (record == nullptr || point == nullptr || uvw == nullptr) return;
   const Vec3 offset = OffsetFromHit(*record, tag, Vec3(*point));
   std::optional<Vec3> projected;
-  if (tag != nullptr && tag->projection != ProjectUvw) {
+  if (tag != nullptr && ProjectionOf(*tag) != Projection::Uvw) {
     const Vec3 place = record->sample.at.point + offset;
     projected = ProjectPlace(
         *tag,
@@ -194,9 +194,9 @@ std::int32_t ProjectTexture(const TextureTag* tag, const RenderContext* render, 
   if (tag == nullptr || record == nullptr || point == nullptr || uvw == nullptr) return 0;
   ProjectedPlace place = {
       .inTag = Vec3(*point) / kUnitsInTag, .view = record->frame->view, .polygon = uvwRecord};
-  if (tag->projection == ProjectUvw) {
+  if (ProjectionOf(*tag) == Projection::Uvw) {
     place.inWorld = WorldPlace(*record, *point);
-  } else if (tag->projection == ProjectFrontal) {
+  } else if (ProjectionOf(*tag) == Projection::Frontal) {
     place.inWorld = NearestWorldPlace(*record, MapPoint(tag->matrix1, Vec3(*point)));
   }
   const std::optional<Vec3> projected = ProjectPlace(*tag, place);

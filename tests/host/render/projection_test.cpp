@@ -13,46 +13,46 @@ using testing::Optional;
 constexpr Matrix kIdentity = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
 
 TEST(Projection, SphereRunsFromTheUpperPoleDown) {
-  EXPECT_THAT(ProjectShape(ProjectSphere, {0, 0, 2}), Vec(0.5, 0.5, 2));
-  EXPECT_THAT(ProjectShape(ProjectSphere, {1, 0, 0}), Vec(0.75, 0.5, 1));
-  EXPECT_THAT(ProjectShape(ProjectSphere, {-1, 0, 0}), Vec(0.25, 0.5, 1));
-  EXPECT_THAT(ProjectShape(ProjectSphere, {0, 1, 0}), Vec(0.5, 0, 1));
-  EXPECT_THAT(ProjectShape(ProjectSphere, {0, -1, 0}), Vec(0.5, 1, 1));
+  EXPECT_THAT(ProjectShape(Projection::Sphere, {0, 0, 2}), Vec(0.5, 0.5, 2));
+  EXPECT_THAT(ProjectShape(Projection::Sphere, {1, 0, 0}), Vec(0.75, 0.5, 1));
+  EXPECT_THAT(ProjectShape(Projection::Sphere, {-1, 0, 0}), Vec(0.25, 0.5, 1));
+  EXPECT_THAT(ProjectShape(Projection::Sphere, {0, 1, 0}), Vec(0.5, 0, 1));
+  EXPECT_THAT(ProjectShape(Projection::Sphere, {0, -1, 0}), Vec(0.5, 1, 1));
   // 30 degrees up: asin(1/2) / pi = 1/6.
-  EXPECT_THAT(ProjectShape(ProjectSphere, {0, 0.5, std::sqrt(3) / 2}), Vec(0.5, 1.0 / 3, 1));
+  EXPECT_THAT(ProjectShape(Projection::Sphere, {0, 0.5, std::sqrt(3) / 2}), Vec(0.5, 1.0 / 3, 1));
 }
 
 TEST(Projection, CentreOfTheSphereIsInTheMiddle) {
-  EXPECT_THAT(ProjectShape(ProjectSphere, {0, 0, 0}), Vec(0.5, 0.5, 0));
+  EXPECT_THAT(ProjectShape(Projection::Sphere, {0, 0, 0}), Vec(0.5, 0.5, 0));
 }
 
 TEST(Projection, CylinderKeepsTheHeight) {
-  EXPECT_THAT(ProjectShape(ProjectCylinder, {1, 1, 0}), Vec(0.75, 0, 1));
-  EXPECT_THAT(ProjectShape(ProjectCylinder, {3, -0.5, 4}),
+  EXPECT_THAT(ProjectShape(Projection::Cylinder, {1, 1, 0}), Vec(0.75, 0, 1));
+  EXPECT_THAT(ProjectShape(Projection::Cylinder, {3, -0.5, 4}),
               Vec(std::atan2(3, 4) / (2 * M_PI) + 0.5, 0.75, 5));
 }
 
 TEST(Projection, FlatFillsTheTag) {
-  EXPECT_THAT(ProjectShape(ProjectFlat, {-1, 1, 5}), Vec(0, 0, 5));
-  EXPECT_THAT(ProjectShape(ProjectFlat, {1, -1, 5}), Vec(1, 1, 5));
-  EXPECT_THAT(ProjectShape(99, {0.5, 0.5, 0}), Vec(0.75, 0.25, 0));  // unknown numbers too
+  EXPECT_THAT(ProjectShape(Projection::Flat, {-1, 1, 5}), Vec(0, 0, 5));
+  EXPECT_THAT(ProjectShape(Projection::Flat, {1, -1, 5}), Vec(1, 1, 5));
+  EXPECT_THAT(ProjectShape(static_cast<Projection>(99), {0.5, 0.5, 0}), Vec(0.75, 0.25, 0));  // unknown numbers too
 }
 
 TEST(Projection, CubeIsFlatOnTheSideOfTheFarthestAxis) {
-  EXPECT_THAT(ProjectShape(ProjectCube, {0.5, 0.25, -1}), Vec(0.75, 0.375, -1));
-  EXPECT_THAT(ProjectShape(ProjectCube, {1, 0.25, 0.5}), Vec(0.75, 0.375, 1));
-  EXPECT_THAT(ProjectShape(ProjectCube, {0.5, 1, 0.25}), Vec(0.75, 0.375, 1));
+  EXPECT_THAT(ProjectShape(Projection::Cube, {0.5, 0.25, -1}), Vec(0.75, 0.375, -1));
+  EXPECT_THAT(ProjectShape(Projection::Cube, {1, 0.25, 0.5}), Vec(0.75, 0.375, 1));
+  EXPECT_THAT(ProjectShape(Projection::Cube, {0.5, 1, 0.25}), Vec(0.75, 0.375, 1));
 }
 
 TEST(Projection, SpatialSlantsAlongZ) {
-  EXPECT_THAT(ProjectShape(ProjectSpatial, {0.25, 0, 0.5}), Vec(0.875, 0.5, 0.5));
+  EXPECT_THAT(ProjectShape(Projection::Spatial, {0.25, 0, 0.5}), Vec(0.875, 0.5, 0.5));
 }
 
 TEST(Projection, ShrinkWrapHasTheUpperPoleInTheMiddle) {
-  EXPECT_THAT(ProjectShape(ProjectShrinkWrap, {0, 1, 0}), Vec(0.5, 0.5, 1));
+  EXPECT_THAT(ProjectShape(Projection::ShrinkWrap, {0, 1, 0}), Vec(0.5, 0.5, 1));
   // The equator is a quarter turn away: radius 1/4; towards +x to the right, towards +z up.
-  EXPECT_THAT(ProjectShape(ProjectShrinkWrap, {1, 0, 0}), Vec(0.75, 0.5, 1));
-  EXPECT_THAT(ProjectShape(ProjectShrinkWrap, {0, 0, 1}), Vec(0.5, 0.25, 1));
+  EXPECT_THAT(ProjectShape(Projection::ShrinkWrap, {1, 0, 0}), Vec(0.75, 0.5, 1));
+  EXPECT_THAT(ProjectShape(Projection::ShrinkWrap, {0, 0, 1}), Vec(0.5, 0.25, 1));
 }
 
 TEST(Projection, TileMovesAndScales) {
@@ -109,7 +109,7 @@ TEST(Projection, UvwNeedsAPolygonWithAnArea) {
                     .matrix2 = kIdentity,
                     .flags = 0,
                     .flags2 = 0,
-                    .projection = ProjectUvw,
+                    .projection = 6,
                     .opaqueByte = 0,
                     .offsetU = 0,
                     .offsetV = 0,
@@ -117,7 +117,7 @@ TEST(Projection, UvwNeedsAPolygonWithAnArea) {
                     .lengthV = 1,
                     .opaque = {}};
   EXPECT_THAT(ProjectPlace(tag, {}), Eq(std::nullopt));
-  tag.projection = ProjectFrontal;
+  tag.projection = 4;
   EXPECT_THAT(ProjectPlace(tag, {}), Eq(std::nullopt));
 }
 
@@ -126,7 +126,7 @@ TEST(Projection, FrontalIsTheShareOfThePicture) {
   // picture is 100 high, so 2.5 up is half way to the upper one.
   const ScreenView view(kIdentity, 90, 200, 100);
   TextureTag tag = {};
-  tag.projection = ProjectFrontal;
+  tag.projection = 4;
   tag.lengthU = tag.lengthV = 1;
   const auto uvw = ProjectPlace(tag, {.inWorld = {5, 2.5, 10}, .view = &view});
   EXPECT_THAT(uvw, Optional(Vec(0.75, 0.25, 10)));

@@ -109,7 +109,24 @@ TEST(ShadingRecord, AnotherSetOfCoordinates) {
   LayTexture(wall.record, &tag, *uv, 1);
   EXPECT_THAT(SampleAt(wall.record).uvw, FloatVec(7.5, 2.5, 0));
   EXPECT_THAT(wall.Context()->uvwRecord->uvw[2], FloatVec(10, 10, 0));
-  EXPECT_FALSE(FrameOfTag(wall.record, tag, 2));  // a set that the mesh lacks
+}
+
+TEST(ShadingRecord, ASetThatIsMissingIsAllZero) {
+  WallSample wall;
+  const TextureTag tag = UvwTag();
+  const auto uv = FrameOfTag(wall.record, tag, 2);
+  ASSERT_TRUE(uv);
+  EXPECT_EQ(uv->uvw, Vec3(0, 0, 0));
+  EXPECT_THAT(Cross(uv->tangentU, uv->tangentV), Vec(0, 0, -1));
+}
+
+TEST(ShadingRecord, WithoutACameraThereIsNoFrontalProjection) {
+  WallSample wall;
+  TextureTag tag = UvwTag();
+  tag.projection = 4;
+  EXPECT_TRUE(FrameOfTag(wall.record, tag, 0));
+  wall.frame.view = nullptr;
+  EXPECT_FALSE(FrameOfTag(wall.record, tag, 0));
 }
 
 TEST(ShadingRecord, AProjectionIsFollowedByDifferences) {
