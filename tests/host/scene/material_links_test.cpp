@@ -63,6 +63,14 @@ TEST_F(MaterialLinks, AreMadeOnce) {
   EXPECT_EQ(LinkAt(*scene, ChannelColour), link);
 }
 
+TEST_F(MaterialLinks, TakeTheStateOfAShaderBack) {
+  const auto scene = SceneWith(R"("colour": { "graph": { "shader": "Probe", "value": 0.75 },
+                                              "state": [ { "float": 0.5 } ] })");
+  EXPECT_TRUE(LinkMaterials(*scene).empty());
+  ChannelSample sample = {};
+  EXPECT_EQ(LinkAt(*scene, ChannelColour)->Sample(sample).x, 0.5f) << "the state says more";
+}
+
 TEST_F(MaterialLinks, NameWhatCannotBeHad) {
   // The catalogue tells of "Colours", but nobody registered it.
   const auto scene = SceneWith(R"("colour": { "graph": { "shader": "Colours" } })");
