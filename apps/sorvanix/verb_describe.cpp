@@ -98,7 +98,7 @@ std::string AsText(const ShaderDescription& shader) {
       fmt::format("{} ({}, {})\n{}\n", shader.name, shader.id, shader.category, shader.summary);
   if (!shader.inputs.empty()) text += "\nInputs:\n";
   for (const ShaderInput& input : shader.inputs) {
-    text += fmt::format("  {}  {}\n", input.name, input.label);
+    text += fmt::format("  {}\n      {}: {}\n", input.name, input.label, input.help);
   }
   if (!shader.parameters.empty()) text += "\nParameters:\n";
   for (const ShaderParameter& parameter : shader.parameters) text += ParagraphOf(parameter);

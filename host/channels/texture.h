@@ -1,7 +1,7 @@
 // A bitmap file as shaders read it: a colour for a place and the size of a sample.
 //
 // How files are decoded and filtered is another library's subject: a program that wants bitmaps
-// installs a loader (host/textures), a test one of its own.
+// installs a loader (host/images/bitmap_texture.h), a test one of its own.
 #pragma once
 
 #include <sorvanix/types.h>

@@ -1,5 +1,6 @@
 // Writes Resources/shaders.json from the shaders' tables: the one description that host, command
-// line, studio and manual read. Run by the build: write_shaders_json STRINGS FILE.
+// line, studio and manual read. Run by the build: write_shaders_json STRINGS FILE, with the texts
+// that hold the shaders' titles.
 #include <cmath>
 #include <cstdio>
 #include <fstream>
@@ -119,18 +120,18 @@ bool IsRampCount(const ShaderTable& table, const Field& field) {
   return table.ramp.given() && field.offset == table.ramp.offset + offsetof(Ramp, count);
 }
 
-// The name that the shader is registered under: a text of strings.json, or the row's own.
-Json TitleOf(const RegistryRow& row, const Json& texts) {
+// The title that the module registers the shader under.
+Json TitleOf(const RegistryRow& row, const Json& strings) {
   if (row.nameStringId == sorvanix::kLiteralTitle) return row.literalTitle;
-  return texts.at(std::to_string(row.nameStringId));
+  return strings.at(std::to_string(row.nameStringId));
 }
 
-Json ShaderOf(const RegistryRow& row, const Json& texts) {
+Json ShaderOf(const RegistryRow& row, const Json& strings) {
   const ShaderTable& table = *row.table;
   Json shader = {
-      {"id", table.pluginId},         {"name", table.name},
-      {"title", TitleOf(row, texts)}, {"category", NameOf(table.category, kCategoryNames)},
-      {"summary", table.summary},     {"inputs", Json::array()},
+      {"id", table.pluginId},           {"name", table.name},
+      {"title", TitleOf(row, strings)}, {"category", NameOf(table.category, kCategoryNames)},
+      {"summary", table.summary},       {"inputs", Json::array()},
       {"parameters", Json::array()}};
   for (const Field& field : table.fields) {
     if (field.key == sorvanix::kNotExchanged || IsRampCount(table, field)) continue;
@@ -151,10 +152,11 @@ int main(int argumentCount, char** arguments) {
     std::fprintf(stderr, "usage: write_shaders_json STRINGS FILE\n");
     return 2;
   }
-  const Json texts = Json::parse(std::ifstream(arguments[1]));
+  std::ifstream texts(arguments[1]);
+  const Json strings = Json::parse(texts);
   Json document = {{"format", "sorvanix-shaders"}, {"version", 1}, {"shaders", Json::array()}};
   for (const RegistryRow& row : sorvanix::ShaderRegistry()) {
-    if (row.table != nullptr) document["shaders"].push_back(ShaderOf(row, texts));
+    if (row.table != nullptr) document["shaders"].push_back(ShaderOf(row, strings));
   }
   std::ofstream file(arguments[2]);
   file << document.dump(2) << '\n';

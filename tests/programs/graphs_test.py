@@ -54,7 +54,7 @@ class Graphs(ProgramTest):
         self.run_program("bake", "red.json", "--size", 4, "-o", "bitmaps/red.png")
         self.write("hue.json", {"shader": "Hue", "input": "red.png"})
         self.fails("bake", "hue.json", expect=INVALID_INPUT,
-                   because='hue.json:1:27: /input: there is no bitmap "red.png" in this folder')
+                   because='hue.json:1:28: /input: there is no bitmap "red.png" in this folder')
         self.run_program("bake", "hue.json", "--images", "bitmaps", "--size", 4)
         self.run_program("bake", "red.json", "--size", 4)
         self.run_program("bake", "hue.json", "--size", 4, "-o", "beside.png")
@@ -65,19 +65,19 @@ class Graphs(ProgramTest):
     def test_a_bitmap_that_is_no_image_is_told(self):
         self.write("note.png", "no picture")
         self.write("hue.json", {"shader": "Hue", "input": "note.png"})
-        self.fails("bake", "hue.json", expect=INVALID_INPUT, because="hue.json:1:27: /input: note.png")
+        self.fails("bake", "hue.json", expect=INVALID_INPUT, because="hue.json:1:28: /input: note.png")
         self.fails("validate", "hue.json", expect=INVALID_INPUT, because="note.png")
 
     def test_a_cycle_is_refused(self):
         self.write("a.json", {"shader": "Hue", "input": "b.json"})
         self.write("b.json", {"shader": "Hue", "input": "a.json"})
         self.fails("bake", "a.json", expect=INVALID_INPUT,
-                   because='b.json:1:27: /input: "a.json" makes a cycle: it stands inside itself')
+                   because='b.json:1:28: /input: "a.json" makes a cycle: it stands inside itself')
 
     def test_a_missing_material_inside_is_told_with_its_place(self):
         self.write("a.json", {"shader": "Hue", "input": "b.json"})
         self.fails("validate", "a.json", expect=INVALID_INPUT,
-                   because="a.json:1:27: /input: b.json: there is no such file")
+                   because="a.json:1:28: /input: b.json: there is no such file")
         self.fails("validate", "c.json", expect=FILE_TROUBLE, because="there is no such file")
 
     def test_depth_is_limited_without_a_stack_running_over(self):

@@ -158,7 +158,7 @@ TEST(ShaderCatalogue, AWrongTypeIsAnError) {
   EXPECT_EQ(ErrorWith("\"minimum\": 0,", "\"minimum\": \"0\","),
             "/shaders/0/parameters/0/minimum: expected a number");
   EXPECT_EQ(ErrorWith("\"type\": \"int\"", "\"type\": \"double\""),
-            "/shaders/0/parameters/0/type: expected int, float, bool, vector or string");
+            "/shaders/0/parameters/0/type: expected int, float, bool, vector, string or ramp");
 }
 
 TEST(ShaderCatalogue, ADefaultOfAnotherTypeIsAnError) {
