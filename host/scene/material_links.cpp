@@ -2,6 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <optional>
+#include <utility>
+
 #include "host/channels/channel_link.h"
 #include "host/scene/scene_format.h"
 #include "host/services/filenames.h"
@@ -72,6 +75,18 @@ std::vector<std::string> LinkMaterials(Scene& scene) {
     }
   }
   return problems;
+}
+
+void StoreStates(Scene& scene) {
+  for (const auto& material : scene.materials) {
+    for (MaterialChannel& channel : material->channels) {
+      const Shader* shader = channel.link != nullptr ? channel.link->HeldShader() : nullptr;
+      Stream stream;
+      if (shader != nullptr && shader->Write(stream) && !stream.Values().empty()) {
+        channel.state = StreamToJson(stream.Values());
+      }
+    }
+  }
 }
 
 }  // namespace sorvanix::host

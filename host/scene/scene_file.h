@@ -36,8 +36,8 @@ struct SceneReading {
   std::vector<SceneProblem> problems;  ///< in the order of the text
 };
 
-/// Reads the text of a scene file, with the meshes and materials that it names beside `file`. All
-/// problems are told, not only the first; nothing is half-read.
+/// Reads the text of a scene file, with the meshes and materials that it names beside `file`. Up to
+/// a hundred problems are told, not only the first; nothing is half-read.
 SceneReading ReadScene(std::string_view text, const std::filesystem::path& file,
                        const SceneReadingOptions& options = {});
 

@@ -10,6 +10,9 @@
 namespace sorvanix::host {
 namespace {
 
+/// More would not be read by anyone, and each costs a walk through the text for its position.
+constexpr std::size_t kMostProblems = 100;
+
 /// What is wrong with a number by the field's rule; empty for nothing.
 std::string BeyondLimits(double number, const FieldRule& rule) {
   if (rule.least && number < *rule.least) {
@@ -25,24 +28,22 @@ std::string BeyondLimits(double number, const FieldRule& rule) {
 
 SceneReading SceneReader::Read() {
   const auto json = ParseJson(text_);
-  if (!json) {
-    problems_.push_back({.file = {},
-                         .pointer = {},
-                         .position = PositionIn(text_, json.error().offset),
-                         .message = json.error().message});
-    return {nullptr, std::move(problems_)};
+  if (json) {
+    scene_ = std::make_unique<Scene>();
+    scene_->file = file_;
+    ReadScene({*json, {}});
+  } else {
+    Json place;
+    place.offset = json.error().offset;
+    Fail({place, {}}, json.error().message);
   }
-  scene_ = std::make_unique<Scene>();
-  scene_->file = file_;
-  ReadScene({*json, {}});
   if (failed_) scene_ = nullptr;
-  std::stable_sort(problems_.begin(), problems_.end(), [](const auto& first, const auto& second) {
-    const auto place = [](const SceneProblem& problem) {
-      return std::pair(problem.position.line, problem.position.column);
-    };
-    return place(first) < place(second);
+  std::stable_sort(found_.begin(), found_.end(), [](const Found& first, const Found& second) {
+    return first.offset < second.offset;
   });
-  return {std::move(scene_), std::move(problems_)};
+  SceneReading reading = {.scene = std::move(scene_), .problems = {}};
+  for (Found& found : found_) reading.problems.push_back(std::move(found.problem));
+  return reading;
 }
 
 void SceneReader::ReadScene(const Place& place) {
@@ -150,10 +151,16 @@ void SceneReader::CheckNames(const Place& place, std::string_view what,
 
 void SceneReader::Fail(const Place& place, std::string message) {
   failed_ = true;
-  problems_.push_back({.file = {},
-                       .pointer = place.pointer,
-                       .position = PositionIn(text_, place.json.offset),
-                       .message = std::move(message)});
+  if (found_.size() >= kMostProblems) return;
+  AddProblem(place, {.file = {},
+                     .pointer = place.pointer,
+                     .position = PositionIn(text_, place.json.offset),
+                     .message = std::move(message)});
+}
+
+void SceneReader::AddProblem(const Place& place, SceneProblem problem) {
+  failed_ = failed_ || problem.isError;
+  found_.push_back({place.json.offset, std::move(problem)});
 }
 
 SceneReading ReadScene(std::string_view text, const std::filesystem::path& file,

@@ -87,6 +87,7 @@ class SceneReader {
                   const std::vector<std::string_view>& names);
 
   void Fail(const Place& place, std::string message);
+  void AddProblem(const Place& place, SceneProblem problem);
 
   std::string_view text_;
   const std::filesystem::path& file_;
@@ -94,7 +95,11 @@ class SceneReader {
   std::unique_ptr<Scene> scene_;
   std::map<std::filesystem::path, std::shared_ptr<const PolygonMesh>> meshes_;
   std::size_t polygons_ = 0;
-  std::vector<SceneProblem> problems_;
+  struct Found {
+    std::size_t offset;  // in the scene's text, also for problems of other files
+    SceneProblem problem;
+  };
+  std::vector<Found> found_;
   bool failed_ = false;
 };
 

@@ -123,8 +123,7 @@ void SceneReader::ReadGraphFile(const Place& place, const std::string& name,
           host::ReadMaterial(*text, *options_.catalogue, {path, options_.imageFolders});
       for (MaterialProblem& problem : reading.problems) {
         if (problem.file.empty()) problem.file = path;
-        failed_ = failed_ || problem.isError;
-        problems_.push_back(std::move(problem));
+        AddProblem(place, std::move(problem));
       }
       if (reading.material) channel.graph = std::move(*reading.material);
     }
@@ -145,8 +144,7 @@ void SceneReader::ReadGraphText(const Place& place, MaterialChannel& channel) {
       if (problem.position.line == 1) problem.position.column += start.column - 1;
       problem.position.line += start.line - 1;
     }
-    failed_ = failed_ || problem.isError;
-    problems_.push_back(std::move(problem));
+    AddProblem(place, std::move(problem));
   }
   if (reading.material) channel.graph = std::move(*reading.material);
 }

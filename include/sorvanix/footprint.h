@@ -23,7 +23,7 @@ typedef struct FootprintBlock {
   Vector basePoint;       /* the sample's uvw, kept undisturbed */
   Vector baseDelta;       /* the sample's delta, kept undisturbed */
   Vector baseOffset;      /* (0, 0, 0) */
-  int32_t tap;            /* a FootprintTap */
+  int32_t tap;            /* a FootprintTap: 0 to 4 */
   Matrix texMatrix;       /* tag to world; identity without a tag */
   Matrix texInverse;      /* world to tag; identity without a tag */
   int32_t outerChannel;   /* channel of the shader that built the block */

@@ -1,6 +1,6 @@
 /* The byte layout of the contract, held at compile time: offsets on 32-bit and on 64-bit builds.
  *
- * The 32-bit column is the original format. The 64-bit column is the same order of fields with
+ * The 32-bit column is the format. The 64-bit column is the same order of fields with
  * pointers of eight bytes at their natural alignment.
  */
 #ifndef SORVANIX_LAYOUT_H
@@ -10,9 +10,10 @@
 #include <sorvanix/host_api.h>
 
 #define SORVANIX_ON_32_OR_64(on32, on64) (sizeof(void*) == 4 ? (on32) : (on64))
-#define SORVANIX_SIZE(record, on32, on64)                                                       \
-  static_assert(sizeof(record) == SORVANIX_ON_32_OR_64(on32, on64), #record " has changed its " \
-                                                                            "size")
+#define SORVANIX_SIZE(record, on32, on64)                                   \
+  static_assert(sizeof(record) == SORVANIX_ON_32_OR_64(on32, on64), #record \
+                " has changed its "                                         \
+                "size")
 #define SORVANIX_FIELD(record, field, on32, on64)                            \
   static_assert(offsetof(record, field) == SORVANIX_ON_32_OR_64(on32, on64), \
                 #record "::" #field " has moved")

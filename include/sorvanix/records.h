@@ -1,8 +1,8 @@
 /* The records that host and module exchange: the callbacks of a shader, its instance, one sample,
  * the surface being shaded.
  *
- * On 32-bit builds every record has the byte offsets of the original contract; on wider builds the
- * order of the fields is the same and pointers are wider. layout.h asserts both.
+ * On 32-bit builds every record of a sample has fixed byte offsets; on wider builds the order of
+ * the fields is the same and pointers are wider. layout.h asserts both.
  */
 #ifndef SORVANIX_RECORDS_H
 #define SORVANIX_RECORDS_H
@@ -156,7 +156,7 @@ struct RenderContext {
   Vector hitPoint;      /* the hit, in world space */
   Vector bumpNormal;    /* writable: the unit normal that shading uses */
   const RayRecord* ray; /* null when there is no ray */
-  Vector faceNormal;    /* its sign against the ray tells front (below 0) from back */
+  Vector faceNormal;    /* its sign against the ray tells front (0 or below) from back */
   Vector baseNormal;    /* the interpolated normal before any bump */
   uint8_t reserved124[24];
   Vector viewPoint; /* position from which Lumas derives the size of its footprint */

@@ -48,7 +48,7 @@ Matrix Invert(const Matrix& m) {
                  Narrow(row1.x * k, row2.x * k, row3.x * k),
                  Narrow(row1.y * k, row2.y * k, row3.y * k),
                  Narrow(row1.z * k, row2.z * k, row3.z * k)};
-  // From the axes as they were stored: the old displacement then goes back to the origin exactly.
+  // From the axes as they were stored, so that both parts carry the same rounding.
   inverse.off = Rotate(Scale(-1.0f, m.off), inverse);
   return inverse;
 }

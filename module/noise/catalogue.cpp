@@ -1,3 +1,4 @@
+// The table of noise types, and the fade and fold that follow every recipe.
 #include "module/noise/catalogue.h"
 
 #include <array>

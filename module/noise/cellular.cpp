@@ -1,3 +1,4 @@
+// One search over neighbouring cells, for two and three dimensions and both sources of points.
 #include "module/noise/cellular.h"
 
 #include <cmath>

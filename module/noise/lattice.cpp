@@ -1,3 +1,4 @@
+// Cell numbers and the hashes of cells.
 #include "module/noise/lattice.h"
 
 #include <cmath>
@@ -20,8 +21,10 @@ std::int32_t CellNumber(double coordinate) noexcept {
   if (cell >= -0x1p63 && cell < 0x1p63) {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(static_cast<std::int64_t>(cell)));
   }
-  // What is finite and so large is a multiple of 2^32.
-  return std::isfinite(cell) ? 0 : std::numeric_limits<std::int32_t>::min();
+  if (!std::isfinite(cell)) return std::numeric_limits<std::int32_t>::min();
+  // Beyond int64 the low 32 bits come from the remainder, which fmod gives exactly.
+  return static_cast<std::int32_t>(
+      static_cast<std::uint32_t>(static_cast<std::int64_t>(std::fmod(cell, 0x1p32))));
 }
 
 float HashCell1(float x) noexcept { return HashValue(HashStep(0, Cell(x))); }

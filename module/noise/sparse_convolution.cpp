@@ -1,3 +1,4 @@
+// Impulses in the cells around a point, weighed by a tabulated filter.
 #include "module/noise/sparse_convolution.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// The permutation as published, and how the seeded tables are filled.
 #include "module/noise/tables.h"
 
 namespace sorvanix {
@@ -24,7 +25,8 @@ constexpr std::array<std::uint8_t, 256> NoisePermutation = {
 constinit std::array<float, 256> NoiseValueTable = {};
 constinit std::array<NoiseImpulse, 256> NoiseImpulseTable = {};
 
-// On a cache line of its own: render threads write it while others read the tables.
+// At the start of a cache line, away from the tables in front: render threads write it while
+// others read those.
 alignas(64) constinit SeededGenerator sharedGenerator;
 
 void BuildNoiseTables(std::uint32_t seed) noexcept {

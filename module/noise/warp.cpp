@@ -1,3 +1,4 @@
+// Unit noise at a point that signed noise displaces.
 #include "module/noise/warp.h"
 
 #include "module/noise/point.h"

@@ -1,3 +1,4 @@
+// Blocks by table: made, freed, copied and compared field by field.
 #include "module/shell/block.h"
 
 #include <algorithm>

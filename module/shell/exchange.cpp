@@ -1,3 +1,4 @@
+// The messages of a shader, answered from its table.
 #include "module/shell/exchange.h"
 
 #include <cstdint>
@@ -40,7 +41,7 @@ void SetField(void* block, const Field& field, const HostContainer* payload) noe
   OperationsOf(field.kind).set(&MemberAt<char>(block, field.offset), field.key, payload);
 }
 
-// The container decides the order: with a key twice under one meaning the last one wins.
+// The container decides the order.
 void SetParameters(const ShaderTable& table, void* block, const HostContainer* payload) noexcept {
   for (std::int32_t index = 0; index < std::numeric_limits<std::int32_t>::max(); ++index) {
     const std::int32_t key = hostContainerKeyAt(payload, index);

@@ -23,4 +23,22 @@ inline void hostCall(const Table* table, void (*Table::*operation)(Parameters...
   if (table != nullptr && table->*operation != nullptr) (table->*operation)(arguments...);
 }
 
+/// hostCall for an operation on a handle, its first argument: a null handle answers `neutral`.
+template <class Table, class Result, class Handle, class... Parameters, class... Arguments>
+inline Result hostCallOn(const Table* table,
+                         Result (*Table::*operation)(Handle*, Parameters...) noexcept,
+                         std::type_identity_t<Result> neutral, std::type_identity_t<Handle>* handle,
+                         Arguments... arguments) noexcept {
+  if (handle == nullptr) return neutral;
+  return hostCall(table, operation, neutral, handle, arguments...);
+}
+
+/// The same for an operation without a result.
+template <class Table, class Handle, class... Parameters, class... Arguments>
+inline void hostCallOn(const Table* table,
+                       void (*Table::*operation)(Handle*, Parameters...) noexcept,
+                       std::type_identity_t<Handle>* handle, Arguments... arguments) noexcept {
+  if (handle != nullptr) hostCall(table, operation, handle, arguments...);
+}
+
 }  // namespace sorvanix

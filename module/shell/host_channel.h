@@ -14,27 +14,27 @@ inline ChannelLink* hostChannelCreate() noexcept {
 }
 
 inline void hostChannelRelease(ChannelLink* link) noexcept {
-  if (link != nullptr) hostCall(hostApi.channel, &ChannelTable::release, link);
+  hostCallOn(hostApi.channel, &ChannelTable::release, link);
 }
 
 /// Makes `destination` hold a copy of what `source` holds; nonzero on success.
 inline std::int32_t hostChannelCopy(const ChannelLink* source, ChannelLink* destination) noexcept {
-  return hostCall(hostApi.channel, &ChannelTable::copy, 0, source, destination);
+  return hostCallOn(hostApi.channel, &ChannelTable::copy, 0, source, destination);
 }
 
 /// Nonzero when both links hold equal things.
 inline std::int32_t hostChannelCompare(const ChannelLink* first,
                                        const ChannelLink* second) noexcept {
-  return hostCall(hostApi.channel, &ChannelTable::compare, 0, first, second);
+  return hostCallOn(hostApi.channel, &ChannelTable::compare, 0, first, second);
 }
 
 /// 0 for success.
 inline std::int32_t hostChannelInitRender(ChannelLink* link, const RenderInit* init) noexcept {
-  return hostCall(hostApi.channel, &ChannelTable::initRender, 0, link, init);
+  return hostCallOn(hostApi.channel, &ChannelTable::initRender, 0, link, init);
 }
 
 inline void hostChannelFreeRender(ChannelLink* link) noexcept {
-  if (link != nullptr) hostCall(hostApi.channel, &ChannelTable::freeRender, link);
+  hostCallOn(hostApi.channel, &ChannelTable::freeRender, link);
 }
 
 /// The colour that the link shows at `uvw`; `render` may be null.
@@ -42,6 +42,7 @@ inline Vector hostChannelSample(ChannelLink* link, RenderContext* render, const 
                                 const Vector& delta, const Vector& normal, float time,
                                 std::int32_t tagFlag, float blurOffset, float blurScale) noexcept {
   Vector result = {};
+  if (link == nullptr) return result;
   hostCall(hostApi.channel, &ChannelTable::sample, &result, &result, link, render, &uvw, &delta,
            &normal, time, tagFlag, blurOffset, blurScale);
   return result;
@@ -49,32 +50,31 @@ inline Vector hostChannelSample(ChannelLink* link, RenderContext* render, const 
 
 /// The link's bitmap, or null.
 inline HostBitmap* hostChannelBitmap(ChannelLink* link) noexcept {
-  return hostCall(hostApi.channel, &ChannelTable::bitmap, nullptr, link);
+  return hostCallOn(hostApi.channel, &ChannelTable::bitmap, nullptr, link);
 }
 
 /// Sends a message to the linked shader and answers what it answers.
 inline std::int32_t hostChannelMessage(ChannelLink* link, std::int32_t id,
                                        HostContainer* container) noexcept {
-  if (link == nullptr) return 0;
-  return hostCall(hostApi.channel, &ChannelTable::message, 0, link, id, container);
+  return hostCallOn(hostApi.channel, &ChannelTable::message, 0, link, id, container);
 }
 
 /// The id of the linked shader; 0 for a bitmap and for an empty link.
 inline std::int32_t hostChannelPluginId(const ChannelLink* link) noexcept {
-  return hostCall(hostApi.channel, &ChannelTable::pluginId, 0, link);
+  return hostCallOn(hostApi.channel, &ChannelTable::pluginId, 0, link);
 }
 
 /// The instance of the linked shader, or null.
 inline ShaderInstance* hostChannelInstance(ChannelLink* link) noexcept {
-  return hostCall(hostApi.channel, &ChannelTable::instance, nullptr, link);
+  return hostCallOn(hostApi.channel, &ChannelTable::instance, nullptr, link);
 }
 
 /// The size of a bitmap in pixels.
 inline std::int32_t hostBitmapWidth(const HostBitmap* bitmap) noexcept {
-  return hostCall(hostApi.bitmap, &BitmapTable::width, 0, bitmap);
+  return hostCallOn(hostApi.bitmap, &BitmapTable::width, 0, bitmap);
 }
 inline std::int32_t hostBitmapHeight(const HostBitmap* bitmap) noexcept {
-  return hostCall(hostApi.bitmap, &BitmapTable::height, 0, bitmap);
+  return hostCallOn(hostApi.bitmap, &BitmapTable::height, 0, bitmap);
 }
 
 }  // namespace sorvanix

@@ -8,42 +8,42 @@
 namespace sorvanix {
 
 inline std::int32_t hostWriteInt(HostStream* stream, std::int32_t value) noexcept {
-  return hostCall(hostApi.stream, &StreamTable::writeInt, 0, stream, value);
+  return hostCallOn(hostApi.stream, &StreamTable::writeInt, 0, stream, value);
 }
 inline std::int32_t hostWriteFloat(HostStream* stream, float value) noexcept {
-  return hostCall(hostApi.stream, &StreamTable::writeFloat, 0, stream, value);
+  return hostCallOn(hostApi.stream, &StreamTable::writeFloat, 0, stream, value);
 }
 inline std::int32_t hostWriteBool(HostStream* stream, std::int32_t value) noexcept {
-  return hostCall(hostApi.stream, &StreamTable::writeBool, 0, stream, value);
+  return hostCallOn(hostApi.stream, &StreamTable::writeBool, 0, stream, value);
 }
 inline std::int32_t hostWriteVector(HostStream* stream, const Vector& value) noexcept {
-  return hostCall(hostApi.stream, &StreamTable::writeVector, 0, stream, &value);
+  return hostCallOn(hostApi.stream, &StreamTable::writeVector, 0, stream, &value);
 }
 inline std::int32_t hostWriteString(HostStream* stream, const HostString* value) noexcept {
-  return hostCall(hostApi.stream, &StreamTable::writeString, 0, stream, value);
+  return hostCallOn(hostApi.stream, &StreamTable::writeString, 0, stream, value);
 }
 /// Stores what the link holds, its shader's own saved form included.
 inline std::int32_t hostWriteChannelLink(HostStream* stream, const ChannelLink* value) noexcept {
-  return hostCall(hostApi.stream, &StreamTable::writeChannelLink, 0, stream, value);
+  return hostCallOn(hostApi.stream, &StreamTable::writeChannelLink, 0, stream, value);
 }
 
 inline std::int32_t hostReadInt(HostStream* stream, std::int32_t* value) noexcept {
-  return hostCall(hostApi.stream, &StreamTable::readInt, 0, stream, value);
+  return hostCallOn(hostApi.stream, &StreamTable::readInt, 0, stream, value);
 }
 inline std::int32_t hostReadFloat(HostStream* stream, float* value) noexcept {
-  return hostCall(hostApi.stream, &StreamTable::readFloat, 0, stream, value);
+  return hostCallOn(hostApi.stream, &StreamTable::readFloat, 0, stream, value);
 }
 inline std::int32_t hostReadBool(HostStream* stream, std::int32_t* value) noexcept {
-  return hostCall(hostApi.stream, &StreamTable::readBool, 0, stream, value);
+  return hostCallOn(hostApi.stream, &StreamTable::readBool, 0, stream, value);
 }
 inline std::int32_t hostReadVector(HostStream* stream, Vector* value) noexcept {
-  return hostCall(hostApi.stream, &StreamTable::readVector, 0, stream, value);
+  return hostCallOn(hostApi.stream, &StreamTable::readVector, 0, stream, value);
 }
 inline std::int32_t hostReadString(HostStream* stream, HostString* value) noexcept {
-  return hostCall(hostApi.stream, &StreamTable::readString, 0, stream, value);
+  return hostCallOn(hostApi.stream, &StreamTable::readString, 0, stream, value);
 }
 inline std::int32_t hostReadChannelLink(HostStream* stream, ChannelLink* value) noexcept {
-  return hostCall(hostApi.stream, &StreamTable::readChannelLink, 0, stream, value);
+  return hostCallOn(hostApi.stream, &StreamTable::readChannelLink, 0, stream, value);
 }
 
 }  // namespace sorvanix

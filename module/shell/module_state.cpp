@@ -1,3 +1,4 @@
+// The one instance of the module's state.
 #include "module/shell/module_state.h"
 
 namespace sorvanix {

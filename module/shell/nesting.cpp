@@ -1,3 +1,4 @@
+// Which shaders take part in the handshake of filters, and how they are marked.
 #include "module/shell/nesting.h"
 
 #include <limits>

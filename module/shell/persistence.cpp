@@ -1,3 +1,4 @@
+// Saved forms by table: what each version wrote, in order.
 #include "module/shell/persistence.h"
 
 #include <cstddef>

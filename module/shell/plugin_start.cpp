@@ -1,3 +1,4 @@
+// The start sequence: resources, the host's age, registrations, then the shared noise state.
 #include "module/shell/plugin_start.h"
 
 #include "module/noise/tables.h"
@@ -12,7 +13,6 @@ namespace sorvanix {
 namespace {
 
 constexpr std::int32_t kTitleTextId = 10001;
-constexpr std::uint32_t kNoiseSeed = 665;
 
 // The fractal spectrum: the greatest octave count, the frequency step from one octave to the next
 // and the falloff exponent of the amplitudes.
@@ -24,7 +24,7 @@ bool OpenResources() noexcept {
   const OwnedString path = hostStringFromChars(pluginPath);
   const OwnedFilename filename = hostFilenameFromString(path);
   const OwnedFilename folder = hostFilenameDirectory(filename);
-  return !folder.isEmptyObject() && resourceBundle.Open(folder);
+  return resourceBundle.Open(folder);
 }
 
 void RefuseOldHost() noexcept {

@@ -1,3 +1,4 @@
+// Ramps in saved forms and messages.
 #include "module/shell/ramp_form.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The seventeen rows.
 #include "module/shell/registry.h"
 
 #include "module/shaders/filters/bright_contrast.h"
@@ -20,7 +21,8 @@ constexpr RegistryRow StillToWrite(std::int32_t pluginId, Nesting nesting,
 }
 
 // The order is that of registration. It is not the order of the text ids: Projector and Proximal
-// cross, which is deliberate and kept. Banj's mark is read by nobody, and set all the same.
+// cross, which is deliberate and kept. Banj can be marked as nested, though no filter hands it a
+// point.
 constexpr RegistryRow kRows[] = {
     StillToWrite(PluginIdFresnel, Nesting::None, 10002),
     {PluginIdBuffy, Nesting::None, kLiteralTitle, "sorvaNIX Buffy", FillBuffyRecord, &kBuffyTable},

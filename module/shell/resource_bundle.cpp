@@ -1,3 +1,4 @@
+// The bundle's one open, and its close when the module goes.
 #include "module/shell/resource_bundle.h"
 
 #include "module/shell/host_core.h"
@@ -7,10 +8,8 @@ namespace sorvanix {
 constinit ResourceBundle resourceBundle;
 
 bool ResourceBundle::KeepFolder(const OwnedFilename& folder) noexcept {
-  if (directory_ == nullptr) {
-    directory_ = static_cast<HostFilename**>(hostAlloc(sizeof(HostFilename*)));
-    if (directory_ == nullptr) return false;
-  }
+  directory_ = static_cast<HostFilename**>(hostAlloc(sizeof(HostFilename*)));
+  if (directory_ == nullptr) return false;
   OwnedFilename copy = hostFilenameCopy(folder);
   if (copy.isEmptyObject()) return false;
   *directory_ = copy.release();
@@ -20,7 +19,7 @@ bool ResourceBundle::KeepFolder(const OwnedFilename& folder) noexcept {
 bool ResourceBundle::Open(const OwnedFilename& folder) noexcept {
   if (opened_ != 0) return handle_ != nullptr;
   opened_ = 1;
-  if (!KeepFolder(folder)) return false;
+  if (folder.isEmptyObject() || !KeepFolder(folder)) return false;
   handle_ = hostOpenResources(*directory_);
   return handle_ != nullptr;
 }

@@ -1,3 +1,4 @@
+// What each kind of value does: one row of operations a kind.
 #include "module/shell/value_kind.h"
 
 #include <iterator>

@@ -1,3 +1,4 @@
+// Bright/Contrast: its table, and levels, brightness and contrast of a colour.
 #include "module/shaders/filters/bright_contrast.h"
 
 #include "module/kit/remap.h"

@@ -1,3 +1,4 @@
+// Colorizer: its table, and the number that a colour stands for on the ramp.
 #include "module/shaders/filters/colorizer.h"
 
 #include "module/kit/colour.h"

@@ -1,3 +1,4 @@
+// Distorter: its table, and the paths that read one input where another moves it.
 #include "module/shaders/filters/distorter.h"
 
 #include "module/kit/vector.h"

@@ -1,3 +1,4 @@
+// The displacement of a Distorter, and the read at the displaced place.
 #include "module/shaders/filters/distorter_warp.h"
 
 #include "module/kit/remap.h"

@@ -1,3 +1,4 @@
+// Fusion: its table, and the mix of three inputs, plain and in the bump channel.
 #include "module/shaders/filters/fusion.h"
 
 #include "module/kit/blend.h"

@@ -1,3 +1,4 @@
+// Hue: its table, and the shift or replacement of hue, saturation and lightness.
 #include "module/shaders/filters/hue.h"
 
 #include "module/kit/colour.h"

@@ -1,3 +1,4 @@
+// How a filter prepares its inputs, builds the footprint it hands down, and reads.
 #include "module/shaders/filters/input_stage.h"
 
 #include "module/kit/bounds_box.h"

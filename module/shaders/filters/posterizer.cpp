@@ -1,3 +1,4 @@
+// Posterizer: its table, and the soft steps of a colour.
 #include "module/shaders/filters/posterizer.h"
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// 2D Noise: its table, its per-CPU slots, and its colour and bump paths.
 #include "module/shaders/generators/noise_2d.h"
 
 #include <cmath>
@@ -21,7 +22,7 @@ static_assert(sizeof(Noise2DBlock) == 29 * 4);
 static_assert(AT(colorLow) == 13 * 4 && AT(absolute) == 19 * 4 && AT(nested) == 24 * 4 &&
               AT(bumpDetail) == 28 * 4);
 
-constexpr double kWidest = 9e18;  // what dialogs show for a reciprocal of nothing
+constexpr double kUnbounded = 9e18;  // the greatest number that dialogs show
 
 constexpr Field kFields[] = {
     {MEMBER(Int, previewObject), .initial = Initially(0), .compared = true},
@@ -36,9 +37,9 @@ constexpr Field kFields[] = {
      .label = "Scale", .help = "Frequency over both axes: 2 makes everything half as large.",
      .limits = {1e-6, 1e6, 1}},
     {MEMBER(Float, scaleU), .initial = Initially(1.0f), .compared = true, .key = 1003,
-     .label = "Scale U", .help = "Frequency along u.", .limits = {1e-6, kWidest, 1}},
+     .label = "Scale U", .help = "Frequency along u.", .limits = {1e-6, kUnbounded, 1}},
     {MEMBER(Float, scaleV), .initial = Initially(1.0f), .compared = true, .key = 1004,
-     .label = "Scale V", .help = "Frequency along v.", .limits = {1e-6, kWidest, 1}},
+     .label = "Scale V", .help = "Frequency along v.", .limits = {1e-6, kUnbounded, 1}},
     {MEMBER(Float, detail), .initial = Initially(1.0f), .compared = true, .key = 1006,
      .label = "Filter",
      .help = "How strongly the noise settles to its mean where a sample covers much of it.",
@@ -77,7 +78,7 @@ constexpr Field kFields[] = {
     {MEMBER(Int, previewState), .initial = Initially(-1)},
     {MEMBER(Float, bumpDetail), .initial = Initially(1.0f), .compared = true, .key = 1015,
      .label = "Bump Detail", .help = "How far apart the samples of a bump lie.",
-     .limits = {0, kWidest, 1}},
+     .limits = {0, kUnbounded, 1}},
 };
 
 // The order is that of the file, where speed stands before detail. A marker of 20000730 stands
@@ -142,6 +143,12 @@ constexpr ShaderTable kNoise2DTable = {
 
 namespace {
 
+// Once a render, so that no sample depends on the octave curve.
+void ComputeBumpStep(const Noise2DBlock& block, Noise2DSlot& firstSlot) noexcept {
+  const double step = NoiseBumpStep(block.noiseType, block.octaves);
+  firstSlot.bumpStep = static_cast<float>(step * block.bumpDetail);
+}
+
 std::int32_t InitRender(ShaderInstance* instance, const RenderInit* init) noexcept {
   const auto* block = BlockOf<Noise2DBlock>(instance);
   if (block == nullptr || init->render == nullptr) return 0;
@@ -151,10 +158,7 @@ std::int32_t InitRender(ShaderInstance* instance, const RenderInit* init) noexce
     slot.bumpStep = 0.3f;
     slot.bumpScale = 1.0f;
   }
-  if (count != 0) {
-    SlotAt<Noise2DSlot>(instance->slots, 0)->bumpStep = static_cast<float>(
-        static_cast<double>(NoiseBumpStep(block->noiseType, block->octaves)) * block->bumpDetail);
-  }
+  if (count != 0) ComputeBumpStep(*block, *SlotAt<Noise2DSlot>(instance->slots, 0));
   return 0;
 }
 
@@ -168,9 +172,8 @@ struct Sampling {
     const double noise =
         NoiseCatalogue2D(block.noiseType, static_cast<float>(x), static_cast<float>(y), 0,
                          block.octaves, time, block.absolute, width, block.detail);
-    const double cycled = block.cycles > 0 ? CycleNoise(noise, block.cycles) : noise;
-    return ClipAndContrast(
-        cycled, {block.contrast, block.brightness, block.lowClip, block.highClip, block.cycles});
+    return ShapeNoise(
+        noise, {block.contrast, block.brightness, block.lowClip, block.highClip, block.cycles});
   }
 };
 

@@ -14,7 +14,7 @@ struct NoiseShape {
   float brightness;  ///< added before the contrast
   float lowClip;     ///< the value that becomes 0
   float highClip;    ///< the value that becomes 1
-  float cycles;      ///< below 1 a blend with one cosine, from 1 on so many cosines
+  float cycles;      ///< below 1 a blend with one cosine, from 1 on so many cosines; 0 is off
 };
 
 /// A full cycle. Slightly more than 2 pi, and deliberately kept so: pictures depend on it.
@@ -34,6 +34,12 @@ inline double ClipAndContrast(double value, const NoiseShape& shape) noexcept {
   if (shape.contrast < 0) return value - (0.5 - value) * shape.contrast;
   const double low = shape.contrast * 0.5;
   return LinearStep(low, 1 - low, value);
+}
+
+/// All four steps: the value that is shown. Cycles of 0 or less are off.
+inline double ShapeNoise(double value, const NoiseShape& shape) noexcept {
+  if (shape.cycles > 0) value = CycleNoise(value, shape.cycles);
+  return ClipAndContrast(value, shape);
 }
 
 }  // namespace sorvanix

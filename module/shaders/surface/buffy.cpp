@@ -1,3 +1,4 @@
+// Buffy: its table without fields, and the one test of a ray against a face.
 #include "module/shaders/surface/buffy.h"
 
 namespace sorvanix {

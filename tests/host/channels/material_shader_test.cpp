@@ -17,6 +17,11 @@ class MaterialShaders : public test::RealModuleTest {
     const auto material = ReadMaterial(text, catalogue).material;
     return MakeShader(module, material.value(), ChannelColour).value();
   }
+  Container ParametersOf(const MaterialNode& node) {
+    auto shader = MakeShader(module, node, ChannelColour);
+    EXPECT_TRUE(shader) << shader.error();
+    return shader ? shader->Parameters() : Container();
+  }
   Image Bake(std::string_view text, int side, int threads) {
     Shader shader = Make(text);
     return BakeFlat([&shader](ChannelSample& sample) { return shader.Output(sample); },
@@ -45,11 +50,11 @@ TEST_F(MaterialShaders, WhatIsNotGivenKeepsItsDefault) {
 TEST_F(MaterialShaders, EveryDefaultOfTheCatalogueIsThatOfTheShader) {
   for (const ShaderDescription& description : catalogue.Shaders()) {
     MaterialNode node = {&description, {}, {}};
-    Container fresh = MakeShader(module, node, ChannelColour)->Parameters();
+    const Container fresh = ParametersOf(node);
     for (const ShaderParameter& parameter : description.parameters) {
       node.values.push_back({&parameter, parameter.initial});
     }
-    EXPECT_EQ(MakeShader(module, node, ChannelColour)->Parameters(), fresh) << description.name;
+    EXPECT_EQ(ParametersOf(node), fresh) << description.name;
   }
 }
 

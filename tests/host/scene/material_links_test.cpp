@@ -63,6 +63,28 @@ TEST_F(MaterialLinks, AreMadeOnce) {
   EXPECT_EQ(LinkAt(*scene, ChannelColour), link);
 }
 
+TEST_F(MaterialLinks, TakeTheStateOfAShaderBack) {
+  const auto scene = SceneWith(R"("colour": { "graph": { "shader": "Probe", "value": 0.75 },
+                                              "state": [ { "float": 0.5 } ] })");
+  EXPECT_TRUE(LinkMaterials(*scene).empty());
+  ChannelSample sample = {};
+  EXPECT_EQ(LinkAt(*scene, ChannelColour)->Sample(sample).x, 0.5f) << "the state says more";
+}
+
+TEST_F(MaterialLinks, StoreStatesThatAreTakenBack) {
+  const auto scene = SceneWith(R"("colour": { "graph": { "shader": "Probe", "value": 0.75 } },
+                                  "bump": { "state": [ { "int": 1 } ] })");
+  LinkMaterials(*scene);
+  StoreStates(*scene);
+  const auto again =
+      ReadScene(SceneText(*scene), "scene.json", {.catalogue = &fake::Catalogue()}).scene;
+  ASSERT_NE(again, nullptr);
+  const auto& channels = again->materials[0]->channels;
+  EXPECT_EQ(WriteJson(channels[ChannelColour].state, -1), WriteJson(*ParseJson("[{\"float\": 0.75}]"), -1));
+  EXPECT_EQ(WriteJson(channels[ChannelBump].state, -1), WriteJson(*ParseJson("[{\"int\": 1}]"), -1))
+      << "without a link it stays";
+}
+
 TEST_F(MaterialLinks, NameWhatCannotBeHad) {
   // The catalogue tells of "Colours", but nobody registered it.
   const auto scene = SceneWith(R"("colour": { "graph": { "shader": "Colours" } })");

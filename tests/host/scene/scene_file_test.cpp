@@ -269,6 +269,12 @@ TEST(SceneProblems, AreAllTold) {
                   "/objects/1/segmentsU: 1000000000 is above the greatest value, 1024"));
 }
 
+TEST(SceneProblems, EndAtAHundred) {
+  std::string objects = "0";
+  for (int i = 0; i < 50000; ++i) objects += ",0";
+  EXPECT_EQ(Problems(Objects(objects)).size(), 100u);
+}
+
 TEST(SceneProblems, OfFilesThatAreNoScenes) {
   EXPECT_THAT(Messages("[]"), ElementsAre(HasSubstr("expected an object, a scene")));
   EXPECT_THAT(Messages("{}"), ElementsAre(HasSubstr("\"format\" must be \"sorvanix-scene\"")));

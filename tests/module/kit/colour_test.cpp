@@ -212,6 +212,7 @@ TEST(HlsToRgb, UndoesRgbToHlsUnlessAWeakGreenLeads) {
 TEST(RgbToHsvVector, OfBlackAndBelowIsZero) {
   EXPECT_THAT(RgbToHsvVector({0, 0, 0}), IsVector(0, 0, 0));
   EXPECT_THAT(RgbToHsvVector({-1, -2, 0}), IsVector(0, 0, 0));
+  EXPECT_THAT(RgbToHsvVector({-1, -2, -3}), IsVector(0, 0, 0));
 }
 
 TEST(RgbToHsvVector, OfGreyKeepsItsValue) {
@@ -222,6 +223,12 @@ TEST(RgbToHsvVector, TakesNearGreyForItsSmallestComponent) {
   EXPECT_THAT(RgbToHsvVector({0.5f, 0.4999f, 0.5f}), IsVector(0, 0, 0.4999f));
   // s = 1 - 0.998 = 0.002 is enough for a hue. Red leads: (g - b) / delta = -1, / 6 + 1.
   EXPECT_THAT(RgbToHsvVector({1, 0.998f, 1}), IsNear(Vector{5.0f / 6, 0.002f, 1}, 1e-7));
+}
+
+TEST(RgbToHsvVector, ComparesTheSaturationWithAThousandthInDouble) {
+  // 1 - 0.999 is 0.00100000000000000089 in double: not below 0.001, though below the float 0.001,
+  // which is 0.00100000005. So a hue: red leads, (g - b) / delta = -1, / 6 + 1.
+  EXPECT_THAT(RgbToHsvVector({1000, 999, 1000}), IsVector(5.0f / 6, 0.001f, 1000));
 }
 
 TEST(RgbToHsvVector, MeasuresHueIn0To1) {
@@ -238,7 +245,7 @@ TEST(HsvVectorToRgb, TakesHue1For0) {
 TEST(HsvVectorToRgb, IsGreyBelowAThousandthOfSaturation) {
   EXPECT_THAT(HsvVectorToRgb({0.3f, 0.0009f, 0.75f}), IsVector(0.75, 0.75, 0.75));
   EXPECT_THAT(HsvVectorToRgb({7, 0, 0.75f}), IsVector(0.75, 0.75, 0.75));
-  // The float 0.001 is above the double one: coloured, p = 0.999 * v.
+  // A saturation of just a thousandth is not below it: coloured, p = 0.999 * v.
   EXPECT_THAT(HsvVectorToRgb({0, 0.001f, 1}), IsVector(1, 0.999f, 0.999f));
 }
 

@@ -107,6 +107,11 @@ TEST(Lerp, DoesNotClampItsParameter) {
   EXPECT_THAT(Lerp({0, 1, 2}, {1, 1, 0}, -1), IsVector(-1, 1, 4));
 }
 
+TEST(Lerp, OfEqualEndsStaysThereHoweverFarItGoes) {
+  // (b - a) t + a adds exactly nothing, where a (1 - t) + b t would lose a beside 1e50.
+  EXPECT_THAT(Lerp({1e30f, 1, -3}, {1e30f, 1, -3}, 1e20f), IsVector(1e30f, 1, -3));
+}
+
 TEST(OffsetFromLine, LeadsFromTheFootOfThePerpendicular) {
   // On the line through (1, 1, 1) along z the foot of (4, 5, 9) is (1, 1, 9).
   EXPECT_THAT(OffsetFromLine({1, 1, 1}, {0, 0, 1}, {4, 5, 9}), IsVector(3, 4, 0));

@@ -57,6 +57,19 @@ class Catalogue : public test::NoiseEngine {
     noise.Set(Operation::FractalRidged, wave(0.05, 0.55));
   }
 
+  /// Noise that has a value at any point, a NaN included.
+  void UseConstants() {
+    for (const Operation unit :
+         {Operation::UnitNoise, Operation::UnitNoiseAt, Operation::BandTurbulence}) {
+      noise.SetConstant(unit, 0.6);
+    }
+    for (const Operation signedNoise :
+         {Operation::SignedNoise, Operation::Turbulence, Operation::FractalSum,
+          Operation::FractalSumPoint, Operation::FractalRidged}) {
+      noise.SetConstant(signedNoise, -0.3);
+    }
+  }
+
   /// Samples in no pattern; without a footprint.
   Sample Next() {
     const auto next = [this] { return static_cast<float>(20 * random_.NextSigned()); };
@@ -229,13 +242,29 @@ TEST_F(Catalogue, HugeCountsTurn256Times) {
   }
 }
 
+// Where the host's noise has a value, so has every type, however wild the point is: a cell search
+// finds nothing, and a lattice cell that cannot be numbered counts as empty.
 TEST_F(Catalogue, AnyPointGivesAnAnswer) {
+  UseConstants();
   for (std::int32_t type = 0; type < kNoiseTypeCount; ++type) {
     for (const float wild : {kNan, kInfinity, -kInfinity, 1e30f, -1e30f, 3e9f}) {
       const Sample sample = {.x = wild, .y = -wild, .z = wild, .octaves = 2.5f, .time = wild};
-      Planar(type, sample);
-      Solid(type, sample);
-      Planar(type, {.absolute = 1, .footprint = wild, .detail = wild});
+      EXPECT_TRUE(std::isfinite(Planar(type, sample))) << "type " << type << ", " << wild;
+      EXPECT_TRUE(std::isfinite(Solid(type, sample))) << "type " << type << ", " << wild;
+    }
+  }
+}
+
+// A footprint that is no number does not filter. Only RidgeProductType reads the limit of its
+// frequencies all the same, and is NaN with it.
+TEST_F(Catalogue, AnyFootprintGivesAnAnswer) {
+  UseConstants();
+  for (std::int32_t type = 0; type < kNoiseTypeCount; ++type) {
+    for (const float wild : {kNan, kInfinity, -kInfinity, 1e30f, -1e30f, 3e9f}) {
+      const Sample sample = {.absolute = 1, .footprint = wild, .detail = wild};
+      const bool isNan = type == RidgeProductType && std::isnan(wild);
+      EXPECT_EQ(std::isnan(Planar(type, sample)), isNan) << "type " << type << ", " << wild;
+      EXPECT_EQ(std::isfinite(Solid(type, sample)), !isNan) << "type " << type << ", " << wild;
     }
   }
 }
@@ -277,12 +306,36 @@ TEST_F(Catalogue, WithoutAHostEveryTypeStillAnswers) {
 // Documents store these numbers.
 TEST(NoiseType, NumbersNeverChange) {
   EXPECT_EQ(AxisWarpType, 0);
+  EXPECT_EQ(DualScaleBandType, 1);
+  EXPECT_EQ(SquaredFractalType, 2);
+  EXPECT_EQ(HashBlockType, 3);
+  EXPECT_EQ(BiasedSumType, 4);
   EXPECT_EQ(PeakMagnitudeType, 5);
+  EXPECT_EQ(TurbulentUnitSumType, 6);
+  EXPECT_EQ(SmoothFractalType, 7);
+  EXPECT_EQ(InvertedPeakType, 8);
+  EXPECT_EQ(HardBandType, 9);
   EXPECT_EQ(UnitBlockType, 10);
+  EXPECT_EQ(TurbulentThresholdType, 11);
+  EXPECT_EQ(PlainUnitType, 12);
+  EXPECT_EQ(WarpedMagnitudeType, 13);
+  EXPECT_EQ(RidgedBandType, 14);
   EXPECT_EQ(RidgeProductType, 15);
+  EXPECT_EQ(DifferenceOctaveType, 16);
+  EXPECT_EQ(WhiteRandomType, 17);
+  EXPECT_EQ(SparsePeakType, 18);
+  EXPECT_EQ(SoftBandType, 19);
   EXPECT_EQ(RemappedTurbulenceType, 20);
+  EXPECT_EQ(OffsetWarpType, 21);
+  EXPECT_EQ(BandTurbulenceType, 22);
+  EXPECT_EQ(CellValueType, 23);
+  EXPECT_EQ(FractalCellType, 24);
   EXPECT_EQ(SparseConvolutionType, 25);
+  EXPECT_EQ(CellNearestType, 26);
+  EXPECT_EQ(CellSecondType, 27);
+  EXPECT_EQ(CellEdgeType, 28);
   EXPECT_EQ(RidgedPeakType, 29);
+  EXPECT_EQ(kNoiseTypeCount, 30);
 }
 
 }  // namespace

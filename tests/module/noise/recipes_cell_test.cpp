@@ -120,11 +120,27 @@ TEST_F(CentredCells, SpaceAtZeroIsNotThePlane) {
   EXPECT_NEAR(Solid(CellNearestType, {.z = 0}), std::sqrt(0.3125), kRounding);
 }
 
+// Noise 0.3 puts all points at the lower corners of their cells, where a jitter of 1 ends.
+// From (0.375, 1.25) to (0, 1): 9/64 + 4/64; to (1, 1): 25/64 + 4/64. In space z = 2.25 adds 4/64.
 TEST_F(CentredCells, SearchesUseAJitterOfOneAndTheTime) {
-  noise.SetConstant(Operation::UnitNoiseAt, 0.3);  // all points at the lower corners
-  EXPECT_NEAR(Planar(CellNearestType, {}), std::sqrt(0.25 + 0.0625), kRounding);
-  EXPECT_NEAR(Solid(CellNearestType, {}), std::sqrt(0.25 + 0.0625 + 0.0625), kRounding);
-  for (const auto& call : noise.calls()) EXPECT_EQ(call.time, 0.75f);
+  noise.SetConstant(Operation::UnitNoiseAt, 0.3);
+  noise.Set(Operation::UnitNoise, test::LinearNoise{.x = 0.02, .y = 0.1, .z = 0.04});
+  const Sample sample = {.x = 0.375f};
+  const double planarNearest = std::sqrt(13.0 / 64), planarSecond = std::sqrt(29.0 / 64);
+  const double solidNearest = std::sqrt(17.0 / 64), solidSecond = std::sqrt(33.0 / 64);
+  // The value at (10, 1, 0) and (10, 1, 2).
+  EXPECT_NEAR(Planar(CellValueType, sample), 0.3, kRounding);
+  EXPECT_NEAR(Solid(CellValueType, sample), 0.38, kRounding);
+  // Without a fractal the displaced search is that of the nearest.
+  for (const NoiseType type : {FractalCellType, CellNearestType}) {
+    EXPECT_NEAR(Planar(type, sample), planarNearest, kRounding) << type;
+    EXPECT_NEAR(Solid(type, sample), solidNearest, kRounding) << type;
+  }
+  EXPECT_NEAR(Planar(CellSecondType, sample), planarSecond, kRounding);
+  EXPECT_NEAR(Solid(CellSecondType, sample), solidSecond, kRounding);
+  EXPECT_NEAR(Planar(CellEdgeType, sample), planarSecond - planarNearest, kRounding);
+  EXPECT_NEAR(Solid(CellEdgeType, sample), solidSecond - solidNearest, kRounding);
+  for (const auto& call : noise.callsOf(Operation::UnitNoiseAt)) EXPECT_EQ(call.time, 0.75f);
 }
 
 // Time is the third coordinate of the plane and the fourth of space.

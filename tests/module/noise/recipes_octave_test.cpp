@@ -198,6 +198,22 @@ TEST_F(RidgeProducts, CutBothOctaveCounts) {
   EXPECT_FLOAT_EQ(noise.callsOf(Operation::Turbulence)[0].octaves, 3.1f);
 }
 
+// The limit is 0.5 / 1.953125 = 0.256, a tenth of it 0.0256 in double, which narrows to
+// 0.02559999935. Times the float 0.1, which is 0.10000000149, it would narrow to 0.02560000122.
+TEST_F(RidgeProducts, CutTheFineOctavesToATenthInDouble) {
+  Planar(RidgeProductType, {.octaves = 20, .footprint = 1.953125f});
+  EXPECT_EQ(noise.callsOf(Operation::Turbulence)[0].octaves, 0.02559999935f);
+}
+
+// The ridge is 1 and the fine layer 0: (0 - 0.25) * (8 * 0.1) + 0.25, with the float 0.1, is
+// 0.04999999702; over 0.8 it is 0.06249999627, smoothed 0.01123046744. With a 0.1 in double the
+// result would be 0.0625^2 * 2.875 = 0.01123046875.
+TEST_F(RidgeProducts, FadeTheFineLayerByAFloatTenth) {
+  noise.SetConstant(Operation::SignedNoise, 0);
+  noise.SetConstant(Operation::Turbulence, -2);
+  EXPECT_EQ(Planar(RidgeProductType, {.footprint = 0.0625f}), 0.01123046744f);
+}
+
 // Without a footprint the fades read 0.5 / 0 with its sign: infinity counts as 1, minus infinity as
 // 0, which leaves the means 0.4 and 0.25: (0.4 * 0.75 + 0.25) * 0.25 = 0.1375.
 TEST_F(RidgeProducts, ANegativeZeroProductLeavesTheMeans) {
@@ -261,6 +277,26 @@ TEST_F(SparsePeaks, CompareTheStepButKeepTheRidge) {
   EXPECT_NEAR(Planar(SparsePeakType, {.octaves = 2}), 0.03, kRounding);
   // The third, 0.985 stepped, wins: (0.99 - 0.95) * 20 = 0.8.
   EXPECT_NEAR(Planar(SparsePeakType, {.octaves = 3}), 0.83, kRounding);
+}
+
+// The second ridge is 1 - 1/64 = 0.984375: (0.984375 - 0.875) * 8.06451511 = 0.88205634, stepped
+// 0.96154923893. A first ridge of 0.96154924110, which is the next that a float of noise can tell
+// above that, stays, and one of 0.96154923737, the next below, goes. The last digit of 8.064515
+// decides: with 1 / 0.124 = 8.06451613 the step would be 0.96154930 and both would go.
+TEST_F(SparsePeaks, StepByTheLastDigitOfTheScale) {
+  noise.SetConstant(Operation::Turbulence, -2);  // no grain
+  noise.Set(Operation::SignedNoise, AlongX(21.5f, 21, {0x1.3afd16p-5, 1.0 / 64}));
+  EXPECT_NEAR(Planar(SparsePeakType, {.octaves = 2}), 0.0115492 * 20, 1e-5);
+  noise.Set(Operation::SignedNoise, AlongX(21.5f, 21, {0x1.3afd18p-5, 1.0 / 64}));
+  EXPECT_NEAR(Planar(SparsePeakType, {.octaves = 2}), 0.034375 * 20, 1e-5);
+}
+
+// The floats are 0.94999998808 and 19.99999619: 0.03437501192 * 19.99999619 = 0.68750010729. With
+// 20 it would be 0.68750023842, and with 0.95 in double 0.68749986887.
+TEST_F(SparsePeaks, KeepTheLastDigitsOfTheirRemap) {
+  noise.SetConstant(Operation::Turbulence, -2);  // no grain
+  noise.SetConstant(Operation::SignedNoise, 1.0 / 64);
+  EXPECT_EQ(Planar(SparsePeakType, {}), 0.68750010729f);
 }
 
 TEST_F(SparsePeaks, MoveEachAxisByItsOwnStep) {

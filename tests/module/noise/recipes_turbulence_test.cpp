@@ -76,6 +76,16 @@ TEST_F(TurbulenceRecipes, TurbulentThresholdAddsAStepOfTheTurbulence) {
   EXPECT_POINT(noise.calls()[1].point, 0.7, 1.45, 2.45);
 }
 
+// The constants are stored as floats: 0.4 is 0.40000000596, 4.9999995 is 4.99999952316.
+// s: (0.5 - 0.4) * 4.9999995 = 0.49999992251, smooth 0.49999988377.
+// ((0.49999988377 + 0.375) / 2 - 0.4) * 1.6666666 = 0.06249989172. A scale of 5 would give
+// 0.06249995132, and a 0.4 in double in the last step 0.06249990165.
+TEST_F(TurbulenceRecipes, TurbulentThresholdKeepsTheLastDigitsOfItsConstants) {
+  noise.SetConstant(Operation::Turbulence, 0);
+  noise.SetConstant(Operation::UnitNoiseAt, 0.375);
+  EXPECT_EQ(Planar(TurbulentThresholdType, {}), 0.06249989172f);
+}
+
 // w = -0.4 * 0.5 / 2 = -0.1, warped x = 0.4: -0.16, of which the magnitude.
 TEST_F(TurbulenceRecipes, WarpedMagnitudeHandsAbsoluteToTheHost) {
   noise.Set(Operation::Turbulence, LinearNoise{.x = -0.4});

@@ -37,6 +37,16 @@ TEST(ImpulseFilter, FollowsTheCatmullRomCubicAtItsEntries) {
   }
 }
 
+// The step is the float 0.01, which is 0.00999999977648. So entry 99 lies at r^2 = 0.98999997787,
+// r = 0.99498742599, and weighs 0.00255634988; in double 0.01 it would be 0.00255634403. Entry 399
+// lies at 2 - r = 0.00250158678: -3.121140823e-6 rather than -3.12108523e-6.
+TEST(ImpulseFilter, StepsByAFloatHundredth) {
+  EXPECT_EQ(ImpulseFilter(0.99f), 0.00255634988f);
+  EXPECT_EQ(ImpulseFilter(3.99f), -3.121140823e-6f);
+  // Entry 100 falls short of a radius of 1, where the weight is (1 - r) / 2, by 1.118e-8.
+  EXPECT_NEAR(ImpulseFilter(1), 5.588e-9, 1e-12);
+}
+
 TEST(ImpulseFilter, DoesNotInterpolate) {
   // 25 - 0.5 and 25 + 0.5 hundredths round to entry 25; what lies just outside does not.
   EXPECT_EQ(ImpulseFilter(0.2451f), ImpulseFilter(0.25f));

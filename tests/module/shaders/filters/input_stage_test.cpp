@@ -143,7 +143,7 @@ TEST_F(InputStageTest, AnAnswerThatIsNoArrayOfSlotsIsNotTrusted) {
   };
   for (const Answer& answer :
        {Answer{0, 256}, Answer{address, -1}, Answer{address, 247}, Answer{address, 250},
-        Answer{address + 1, 256}, Answer{address, Word{1} << (sizeof(Word) * 8 - 2)}}) {
+        Answer{address + 1, 256}, Answer{address, static_cast<Word>(std::int64_t{1} << 40)}}) {
     input.slotAddress = answer.address;
     input.slotStride = answer.stride;
     BeginRender();

@@ -122,6 +122,10 @@ TEST_F(Noise2DDataTest, AllocMakes116BytesWithTheDefaults) {
   EXPECT_EQ(block.highClip, 1);
   EXPECT_EQ(block.cycles, 0);
   EXPECT_EQ(block.colorLow.x, 0);
+  EXPECT_EQ(block.colorLow.y, 0);
+  EXPECT_EQ(block.colorLow.z, 0);
+  EXPECT_EQ(block.colorHigh.x, 1);
+  EXPECT_EQ(block.colorHigh.y, 1);
   EXPECT_EQ(block.colorHigh.z, 1);
   EXPECT_EQ(block.absolute, 0);
   EXPECT_EQ(block.previewTile, 0);
@@ -333,6 +337,26 @@ TEST_F(Noise2DDataTest, ReportSlotsTellsTheArrayAndItsStride) {
   EXPECT_EQ(std::get<Word>(*container.Find(12000)), reinterpret_cast<Word>(shader.instance.slots));
   EXPECT_NE(shader.instance.slots, nullptr);
   EXPECT_EQ(std::get<Word>(*container.Find(12001)), 256);
+}
+
+// --- without a payload ---
+
+TEST_F(Noise2DDataTest, MessagesWithoutAPayloadAnswerOneAndDoNothing) {
+  FillBlock();
+  const Noise2DBlock before = block;
+  for (const std::int32_t id : {MessageSetParameters, MessageGetParameters,
+                                MessageDescribeParameters, MessageReportSlots}) {
+    EXPECT_EQ(shader.record.Message(&shader.instance, id, nullptr), 1) << id;
+  }
+  EXPECT_EQ(std::memcmp(&before, &block, sizeof block), 0);
+}
+
+TEST_F(Noise2DDataTest, WithoutAStreamReadAndWriteChangeNothing) {
+  FillBlock();
+  const Noise2DBlock before = block;
+  shader.record.Read(&shader.instance, nullptr);
+  shader.record.Write(&shader.instance, nullptr);
+  EXPECT_EQ(std::memcmp(&before, &block, sizeof block), 0);
 }
 
 // --- Copy and Compare ---

@@ -115,6 +115,56 @@ TEST_F(Noise2DTest, AScaleOfNothingReadsOnePointEverywhere) {
   EXPECT_FLOAT_EQ(Grey(), 0.3f);
 }
 
+// --- what the catalogue is asked ---
+
+float askedOctaves, askedBand;
+
+TEST_F(Noise2DTest, TheOctavesReachTheCatalogue) {
+  started.host.render.bandTurbulence = [](const Vector*, float, float octaves,
+                                          float band) noexcept {
+    askedOctaves = octaves;
+    askedBand = band;
+    return 0.25f;
+  };
+  block.noiseType = 22;
+  EXPECT_FLOAT_EQ(Grey(), 0.25f);
+  EXPECT_EQ(askedOctaves, 5) << "the default";
+  EXPECT_EQ(askedBand, 0.5f);
+  block.octaves = 2.5f;
+  Grey();
+  EXPECT_EQ(askedOctaves, 2.5f);
+}
+
+TEST_F(Noise2DTest, AbsoluteFoldsTheNoiseAtItsMiddle) {
+  block.absolute = 1;
+  EXPECT_FLOAT_EQ(GreyOf(0.25f), 0.5f);  // |2 * 0.25 - 1|
+}
+
+// w = 10 * 0.1 = 1, F = 0.5 / (1 * 2) = 0.25: 0.5 + 0.25 * (0.9 - 0.5) = 0.6.
+TEST_F(Noise2DTest, DetailStrengthensTheFilter) {
+  block.detail = 2;
+  sample.delta = {0.1f, 0, 0};
+  EXPECT_NEAR(GreyOf(0.9f), 0.6f, 1e-6f);
+}
+
+// --- the noise state that start leaves ---
+
+// From the seed 665 the generator's state, ((state + 1) * 69069) mod 2^31, goes to 45999954 and
+// 1042576503; a number is the state / 2^31. Building the tables draws nothing from it.
+TEST_F(Noise2DTest, WhiteNoiseStartsWithTheSeedsFirstNumbers) {
+  block.noiseType = 17;
+  EXPECT_EQ(Grey(), static_cast<float>(45999954 * 0x1p-31));
+  EXPECT_EQ(Grey(), static_cast<float>(1042576503 * 0x1p-31));
+}
+
+// Cell (0, 0, 0) at time 0: P[0] = 225, P[225] = 79, P[79] = 218, P[218] = 78. Entry 78 of the
+// values is the 79th number from the seed 665, whose state is 1046613676: 2 * 1046613676 / 2^31 - 1
+// = -0.02526505664, and the sign is dropped.
+TEST_F(Noise2DTest, HashedBlocksReadTheSeededValues) {
+  block.noiseType = 3;
+  EXPECT_FLOAT_EQ(Grey(), 0.02526505664f);
+}
+
 // --- the filter width: the mean of type 12 is 0.5, reached with F = 0.5 / (width * detail) ---
 
 // d = 2 * 10, w = |20 * 0.02| + |20 * -0.015| + |20 * 0.005| + 0.5 * 0.4 = 0.4 + 0.3 + 0.1 + 0.2 =
@@ -125,6 +175,14 @@ TEST_F(Noise2DTest, TheWidthComesFromTheDeltasMagnitudesAndTheBlur) {
   sample.blurScale = 0.5f;
   sample.blurOffset = 0.4f;
   EXPECT_NEAR(GreyOf(0.9f), 0.7f, 1e-6f);
+}
+
+// w = |10 * -0.1| = 1; a signed sum would be no width at all and leave 0.9.
+TEST_F(Noise2DTest, ADeltaBelowZeroWidensInEachDirection) {
+  for (const Vector& delta : {Vector{-0.1f, 0, 0}, Vector{0, -0.1f, 0}, Vector{0, 0, -0.1f}}) {
+    sample.delta = delta;
+    EXPECT_NEAR(GreyOf(0.9f), 0.7f, 1e-6f);
+  }
 }
 
 TEST_F(Noise2DTest, TheAxisScalesDoNotEnterTheWidth) {
@@ -210,6 +268,8 @@ TEST_F(Noise2DTest, BrightnessSaturatesBeforeTheContrast) {
   block.brightness = 1;
   block.contrast = -0.5f;
   EXPECT_FLOAT_EQ(GreyOf(0), 0.75f);  // 1 - (0.5 - 1) * -0.5
+  // 0.5 + 1 is clamped to 1. Unclamped it would be 1.5 - (0.5 - 1.5) * -0.5 = 1.
+  EXPECT_FLOAT_EQ(GreyOf(0.5f), 0.75f);
 }
 
 TEST_F(Noise2DTest, ContrastBelowZeroDrawsToTheMiddle) {
@@ -246,6 +306,17 @@ TEST_F(Noise2DTest, ANestedShaderReadsItsPointFromItsOwnSlot) {
   noise = {.x = 0.1f, .y = 1};
   EXPECT_NEAR(Grey(), 0.32f, 1e-6f);  // x = 0.25 * 12.8 = 3.2, y = 0
   FakeHost::cpuIndex = 0;
+}
+
+TEST_F(Noise2DTest, AnyMarkButZeroCountsAsNested) {
+  BeginRender();
+  Slot(0).uvwPoint = {0.25f, 0, 0};
+  sample.uvw = {50, 0, 0};
+  noise = {.x = 0.1f};
+  for (const std::int32_t mark : {2, -1}) {
+    block.nested = mark;
+    EXPECT_NEAR(Grey(), 0.32f, 1e-6f) << mark;
+  }
 }
 
 TEST_F(Noise2DTest, AStandAloneShaderReadsTheSample) {
@@ -345,6 +416,17 @@ TEST_F(Noise2DBumpTest, BendsTheNormalBehindMinusAheadInUAndAheadMinusBehindInV)
   EXPECT_NEAR(render.bumpNormal.z, 0.0945 / 1.01232714, 1e-5);
 }
 
+// As above: the step is slot 0's 0.45, not the 0.3 of the thread's own slot.
+TEST_F(Noise2DBumpTest, EveryCpuTakesTheStepOfSlotZero) {
+  BeginRender(2);
+  FakeHost::cpuIndex = 1;
+  shader.Output(sample);
+  FakeHost::cpuIndex = 0;
+  EXPECT_NEAR(render.bumpNormal.x, -0.126 / 1.01232714, 1e-5);
+  EXPECT_NEAR(render.bumpNormal.y, 1.0 / 1.01232714, 1e-5);
+  EXPECT_NEAR(render.bumpNormal.z, 0.0945 / 1.01232714, 1e-5);
+}
+
 // The step doubles, and so does the slope: m = (-0.252, 1, 0.189), |m| = sqrt(1.099225)
 // = 1.04843931.
 TEST_F(Noise2DBumpTest, BumpDetailWidensTheStep) {
@@ -384,6 +466,48 @@ TEST_F(Noise2DBumpTest, AnEnclosingTapDoesNotMoveTheFourSamples) {
   EXPECT_NEAR(render.bumpNormal.x, -0.126 / 1.01232714, 1e-5);
 }
 
+// --- what Output costs ---
+
+int noiseCalls, cpuIndexCalls;
+
+// Counts what Output asks of the host.
+struct Noise2DCostTest : Noise2DTest {
+  Noise2DCostTest() {
+    noiseCalls = cpuIndexCalls = 0;
+    started.host.render.unitNoiseAt = [](const Vector*, float) noexcept {
+      ++noiseCalls;
+      return 0.5f;
+    };
+    started.host.render.cpuIndex = [](const RenderContext*) noexcept {
+      ++cpuIndexCalls;
+      return std::int32_t{0};
+    };
+    block.nested = 1;  // reads the slot for most
+    BeginRender();
+  }
+};
+
+TEST_F(Noise2DCostTest, AColourAsksTheCatalogueOnceAndTheCpuAtMostOnce) {
+  shader.Output(sample);
+  EXPECT_EQ(noiseCalls, 1);
+  EXPECT_LE(cpuIndexCalls, 1);
+}
+
+TEST_F(Noise2DCostTest, ABumpAsksTheCatalogueFourTimesAndTheCpuAtMostOnce) {
+  shader.instance.channel = ChannelBump;
+  shader.Output(sample);
+  EXPECT_EQ(noiseCalls, 4);
+  EXPECT_LE(cpuIndexCalls, 1);
+}
+
+TEST_F(Noise2DCostTest, OutputCallsNothingElseAndAllocatesNothing) {
+  const std::size_t calls = started.host.calls.size();
+  shader.Output(sample);
+  shader.instance.channel = ChannelBump;
+  shader.Output(sample);
+  EXPECT_EQ(started.host.calls.size(), calls);
+}
+
 // --- InitRender, FreeRender ---
 
 TEST_F(Noise2DTest, InitRenderMakesOneClearSlotPerCpu) {
@@ -416,6 +540,24 @@ TEST_F(Noise2DTest, AFailedSlotAllocationShowsAMessageAndTheRenderGoesOn) {
   EXPECT_EQ(started.host.calls.back(), "messageDialog(\"Couldn't Allocate 2D Noise Globals\", 48)");
   sample.render = &render;
   EXPECT_FLOAT_EQ(GreyOf(0.25f), 0.25f);
+}
+
+TEST_F(Noise2DTest, ThereIsOneSlotAtLeastWhateverTheHostCounts) {
+  for (const std::int32_t cpus : {0, -1}) {
+    BeginRender(cpus);
+    EXPECT_EQ(started.host.calls.back(), "alloc(256)") << cpus;
+    ASSERT_NE(shader.instance.slots, nullptr) << cpus;
+    shader.record.FreeRender(&shader.instance);
+  }
+}
+
+TEST_F(Noise2DTest, ASecondInitRenderReleasesTheSlotsOfTheFirst) {
+  const int blocks = started.host.liveBlocks();
+  BeginRender(2);
+  BeginRender(2);
+  EXPECT_EQ(started.host.liveBlocks(), blocks + 1);
+  shader.record.FreeRender(&shader.instance);
+  EXPECT_EQ(started.host.liveBlocks(), blocks);
 }
 
 TEST_F(Noise2DTest, FreeRenderTwiceIsHarmless) {
