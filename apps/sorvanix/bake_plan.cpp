@@ -2,7 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <map>
+#include <system_error>
 
 #include "apps/sorvanix/output_name.h"
 #include "host/services/filenames.h"
@@ -33,6 +35,14 @@ std::vector<PlannedOutput> OutputsOf(const BakeOptions& options, const std::stri
   return outputs;
 }
 
+// A bake must not replace what it is made from, whatever the two names look like.
+bool IsMaterial(const std::filesystem::path& output, const std::vector<std::string>& materials) {
+  return std::any_of(materials.begin(), materials.end(), [&output](const std::string& material) {
+    std::error_code absent;
+    return std::filesystem::equivalent(output, host::PathFromUtf8(material), absent);
+  });
+}
+
 }  // namespace
 
 tl::expected<BakePlan, std::string> PlanBake(const BakeOptions& options) {
@@ -50,6 +60,10 @@ tl::expected<BakePlan, std::string> PlanBake(const BakeOptions& options) {
       const auto format = host::ChooseImageFormat(output.file, options.depth);
       if (!format) return tl::unexpected(fmt::format("--output: {}", format.error()));
       output.format = *format;
+      if (IsMaterial(output.file, options.materials)) {
+        return tl::unexpected(fmt::format("--output: {}: this is a material to be baked",
+                                          host::Utf8FromPath(output.file)));
+      }
       const auto [place, isNew] = madeFrom.emplace(output.file.lexically_normal(), material);
       if (!isNew) {
         return tl::unexpected(fmt::format("--output: {} and {} would both be written to {}",
