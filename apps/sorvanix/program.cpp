@@ -101,7 +101,9 @@ int RunProgram(int argumentCount, char** arguments) {
     Complain(error.what());
     code = ExitCode::FileTrouble;
   }
-  if (std::fflush(stdout) != 0 && code == ExitCode::Done) {
+  // A long text bypasses the buffer, so that its loss shows in the stream's state alone.
+  const bool lost = std::fflush(stdout) != 0 || std::ferror(stdout) != 0;
+  if (lost && code == ExitCode::Done) {
     Complain("the standard output cannot be written");
     code = ExitCode::FileTrouble;
   }

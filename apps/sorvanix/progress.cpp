@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "apps/sorvanix/report.h"
 #include "host/services/json.h"
 
 namespace sorvanix::cli {
@@ -32,19 +33,19 @@ void Progress::Update(int done, int total) {
   if (kind_ == Kind::None || percent == shownPercent_) return;
   shownPercent_ = percent;
   if (kind_ == Kind::JsonLines) {
-    fmt::print(stderr, "{{\"file\":{},\"done\":{},\"total\":{}}}\n",
-               host::WriteJson(host::Json(file_), -1), done, total);
+    Tell(fmt::format("{{\"file\":{},\"done\":{},\"total\":{}}}\n",
+                     host::WriteJson(host::Json(file_), -1), done, total));
     return;
   }
   constexpr int kWidth = 40;
-  fmt::print(stderr, "\r[{:<{}}] {:3}% {}", std::string(percent * kWidth / 100, '#'), kWidth,
-             percent, file_);
+  Tell(fmt::format("\r[{:<{}}] {:3}% {}", std::string(percent * kWidth / 100, '#'), kWidth, percent,
+                   file_));
   std::fflush(stderr);
 }
 
 void Progress::End() {
   constexpr const char* kClearLine = "\r\033[K";
-  if (kind_ == Kind::Bar && shownPercent_ >= 0) fmt::print(stderr, kClearLine);
+  if (kind_ == Kind::Bar && shownPercent_ >= 0) Tell(kClearLine);
   shownPercent_ = -1;
 }
 

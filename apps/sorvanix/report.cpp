@@ -21,10 +21,12 @@ std::string OneLine(std::string_view message) {
 
 }  // namespace
 
-void Complain(std::string_view message) { fmt::print(stderr, "sorvanix: {}\n", OneLine(message)); }
+void Tell(std::string_view text) noexcept { std::fwrite(text.data(), 1, text.size(), stderr); }
+
+void Complain(std::string_view message) { Tell(fmt::format("sorvanix: {}\n", OneLine(message))); }
 
 void Warn(std::string_view message) {
-  fmt::print(stderr, "sorvanix: warning: {}\n", OneLine(message));
+  Tell(fmt::format("sorvanix: warning: {}\n", OneLine(message)));
 }
 
 void Print(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }

@@ -5,6 +5,9 @@
 
 namespace sorvanix::cli {
 
+/// Text to the standard error stream as it is. A stream that takes nothing is no reason to fail.
+void Tell(std::string_view text) noexcept;
+
 /// One line about what went wrong, with the program's name before it.
 void Complain(std::string_view message);
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "host/images/first_line.h"
+#include "host/images/image_info.h"
 #include "host/services/filenames.h"
 
 namespace sorvanix::host {
@@ -135,6 +136,8 @@ tl::expected<TexturePointer, std::string> OpenBitmapTexture(const std::filesyste
       !system->get_imagespec(handle, nullptr, 0, spec)) {
     return fail(FirstLine(system->geterror()));
   }
+  // A header alone proves nothing: a cut file must be refused here, not sampled as black.
+  if (const auto pixels = ReadImageInfo(file); !pixels) return fail(pixels.error());
   return std::make_shared<const BitmapTexture>(std::move(system), handle, absolute, spec);
 }
 

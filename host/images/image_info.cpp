@@ -3,6 +3,7 @@
 #include <OpenImageIO/imagebuf.h>
 #include <OpenImageIO/imagebufalgo.h>
 #include <OpenImageIO/imageio.h>
+#include <fmt/format.h>
 
 #include "host/images/first_line.h"
 #include "host/services/json.h"
@@ -45,6 +46,10 @@ tl::expected<ImageInfo, std::string> ReadImageInfo(const std::filesystem::path& 
   const auto input = OIIO::ImageInput::open(file.string());
   if (!input) return tl::unexpected(FirstLine(OIIO::geterror()));
   const OIIO::ImageSpec spec = input->spec();
+  constexpr int kLargestSide = 65536;
+  if (spec.width > kLargestSide || spec.height > kLargestSide) {
+    return tl::unexpected(fmt::format("{} x {} pixels are too many", spec.width, spec.height));
+  }
   // All of the pixels, in the file's own type: a truncated file is found here.
   std::vector<unsigned char> pixels(spec.image_bytes());
   if (!input->read_image(0, 0, 0, spec.nchannels, spec.format, pixels.data())) {

@@ -134,7 +134,8 @@ Vector BlendColors(Vector base, Vector blend, Vector mask, float opacity, std::i
       return MixEach(base, blend, f, [](double a, double b) { return Clamp01(a - b); });
     case BlendThreshold:
       return Threshold(base, blend, f);
-    case BlendNormal:
+    case BlendNormal:  // by vector operators, which round each step; the default is scalar
+      return Add(base, Scale(static_cast<float>(f), Sub(blend, base)));
     default:
       return MixTo(base, blend, f);
   }

@@ -38,6 +38,7 @@ void MarkNested(ChannelLink* link) noexcept {
 InnerSlots AskForSlots(ChannelLink* link) noexcept {
   if (!IsFilterAware(hostChannelPluginId(link))) return {};
   const OwnedContainer answer;
+  if (answer.get() == nullptr) return {};  // without a question nobody takes part
   hostChannelMessage(link, MessageReportSlots, answer.get());
   const Word address = hostContainerGetInt(answer.get(), KeySlots, 0);
   const Word stride = hostContainerGetInt(answer.get(), KeySlotStride, 0);

@@ -147,10 +147,18 @@ constexpr KindOperations kLink = {
         },
     .write =
         [](const void* value, HostStream* writer) noexcept {
-          hostWriteChannelLink(writer, At<LinkHandle>(value));
+          // A failed Copy leaves no link: an empty one keeps the stream in step.
+          const LinkHandle link = At<LinkHandle>(value);
+          const LinkHandle empty = link == nullptr ? hostChannelCreate() : nullptr;
+          hostWriteChannelLink(writer, link == nullptr ? empty : link);
+          hostChannelRelease(empty);
         },
-    .read = [](void* value,
-               HostStream* reader) noexcept { hostReadChannelLink(reader, At<LinkHandle>(value)); },
+    .read =
+        [](void* value, HostStream* reader) noexcept {
+          LinkHandle& link = At<LinkHandle>(value);
+          if (link == nullptr) link = hostChannelCreate();
+          hostReadChannelLink(reader, link);
+        },
     .get = Ask<MessageGetParameters>,
     .set =
         [](void* value, std::int32_t key, const HostContainer* payload) noexcept {

@@ -52,12 +52,13 @@ struct FakeTables {
     FakeHost& host = FakeHost::Current();
     host.calls.push_back("alloc(" + std::to_string(size) + ")");
     if (host.failAllocation > 0 && --host.failAllocation == 0) return nullptr;
-    ++host.liveBlocks_;
-    return std::calloc(1, size == 0 ? 1 : size);
+    void* block = std::calloc(1, size == 0 ? 1 : size);
+    host.blocks_.insert(block);
+    return block;
   }
   static void Free(void* block) noexcept {
     if (block == nullptr) return;
-    --FakeHost::Current().liveBlocks_;
+    FakeHost::Current().blocks_.erase(block);
     FakeHost::Current().calls.push_back("free");
     std::free(block);
   }
@@ -201,7 +202,10 @@ FakeHost::FakeHost(Word version) {
   api.resources = &resourceTable;
 }
 
-FakeHost::~FakeHost() { current = nullptr; }
+FakeHost::~FakeHost() {
+  current = nullptr;
+  for (void* block : blocks_) std::free(block);  // of a module that was not detached
+}
 
 FakeHost& FakeHost::Current() {
   if (current == nullptr) std::abort();

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -60,14 +61,14 @@ class FakeHost {
   /// Index that hostCpuIndex answers on the calling thread.
   static thread_local std::int32_t cpuIndex;
 
-  int liveBlocks() const { return liveBlocks_; }
+  int liveBlocks() const { return static_cast<int>(blocks_.size()); }
   int liveTexts() const { return liveTexts_; }  ///< strings and filenames
 
   static FakeHost& Current();
 
  private:
   friend struct FakeTables;
-  int liveBlocks_ = 0;
+  std::set<void*> blocks_;
   int liveTexts_ = 0;
 };
 

@@ -57,9 +57,13 @@ InputSetup SetUpInput(ChannelLink* link, const InnerSlots& slots, BumpStep other
   if (hostChannelPluginId(link) != 0) return {slots, slots.stride, otherwise};
   const HostBitmap* bitmap = hostChannelBitmap(link);
   if (bitmap == nullptr) return {slots, InputRecords<1>::kBitmapMissing, otherwise};
-  const auto pixel = [](std::int32_t size) { return static_cast<float>(1.0 / size); };
+  // A bitmap of unknown size has no pixel to step by.
+  const auto pixel = [](std::int32_t size, float unknown) {
+    return size > 0 ? static_cast<float>(1.0 / size) : unknown;
+  };
   return {slots, slots.stride,
-          BumpStep{pixel(hostBitmapWidth(bitmap)), pixel(hostBitmapHeight(bitmap))}};
+          BumpStep{pixel(hostBitmapWidth(bitmap), otherwise.u),
+                   pixel(hostBitmapHeight(bitmap), otherwise.v)}};
 }
 
 SampleFootprint BuildFootprint(const ShaderInstance& instance, const ChannelSample& sample,

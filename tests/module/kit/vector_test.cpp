@@ -82,6 +82,13 @@ TEST(Normalized, KeepsTheDirection) {
   EXPECT_THAT(Normalized({3, 0, 4}), IsVector(0.6f, 0, 0.8f));
 }
 
+TEST(Normalized, MultipliesByTheReciprocal) {
+  // 2500 / sqrt(8038146) is 4e-17 below 0x1.c37927p-1, the middle between two floats. Times the
+  // rounded reciprocal it comes out as just the middle, which rounds to the even float above; a
+  // division would stay below, and give 0x1.c37926p-1.
+  EXPECT_EQ(Normalized({445, 1261, 2500}).z, 0x1.c37928p-1f);
+}
+
 TEST(Normalized, HasUnitLengthWhateverTheScale) {
   Random random(3);
   for (const float extent : {1e-38f, 1.0f, 1e38f}) {

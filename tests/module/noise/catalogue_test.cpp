@@ -57,16 +57,19 @@ class Catalogue : public test::NoiseEngine {
     noise.Set(Operation::FractalRidged, wave(0.05, 0.55));
   }
 
-  /// Noise that has a value at any point, a NaN included.
+  /// Noise that does not look at its point, so that it has a value at infinity too.
   void UseConstants() {
+    const auto constant = [](double value) {
+      return [value](const test::NoiseCall&) { return value; };
+    };
     for (const Operation unit :
          {Operation::UnitNoise, Operation::UnitNoiseAt, Operation::BandTurbulence}) {
-      noise.SetConstant(unit, 0.6);
+      noise.Set(unit, constant(0.6));
     }
     for (const Operation signedNoise :
          {Operation::SignedNoise, Operation::Turbulence, Operation::FractalSum,
           Operation::FractalSumPoint, Operation::FractalRidged}) {
-      noise.SetConstant(signedNoise, -0.3);
+      noise.Set(signedNoise, constant(-0.3));
     }
   }
 

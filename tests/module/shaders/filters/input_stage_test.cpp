@@ -72,7 +72,7 @@ const Matrix kIdentity = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
 
 // --- InitRender ---
 
-TEST_F(InputStageTest, AnAwareInputIsAskedForItsSlotsAndMarked) {
+TEST_F(InputStageTest, AnAwareInputIsAskedForItsSlots) {
   HoldAwareShader();
   BeginRender(2);
   ASSERT_EQ(input.messages.size(), 1u);
