@@ -29,7 +29,10 @@ void SceneReader::ReadObject(const Place& place, Object& parent) {
   if (Members(place, "an object of the scene") == nullptr) return;
   const Json* given = Find(place, "kind");
   const auto* name = given != nullptr ? std::get_if<std::string>(&given->value) : nullptr;
-  if (name == nullptr) return Fail(place, "an object needs a \"kind\"");
+  if (given == nullptr) return Fail(place, "an object needs a \"kind\"");
+  if (name == nullptr) {
+    return Fail(Below(place, "kind", *given), "expected the name of a kind of object");
+  }
   const ObjectKind* kind = FindObjectKind(*name);
   if (kind == nullptr) {
     std::vector<std::string_view> names;
