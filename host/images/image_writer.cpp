@@ -112,8 +112,10 @@ void SetProvenance(OIIO::ImageSpec& spec, FileFormat format, const Provenance& p
                    const std::string& hash) {
   // Formats stamp the current time unless one is set, and equal runs must give equal bytes.
   spec.attribute("DateTime", "1970:01:01 00:00:00");
-  // The library's TIFF knows no colour space but sRGB, and cannot write another.
-  if (provenance.isColour || format != FileFormat::Tiff) {
+  if (format == FileFormat::Tiff && !provenance.isColour) {
+    // The library fails on an Exif directory without entries; 65535 is "uncalibrated".
+    spec.attribute("Exif:ColorSpace", 65535);
+  } else {
     spec.attribute("oiio:ColorSpace", ColourSpaceOf(provenance));
   }
   spec.attribute("Software", provenance.program);

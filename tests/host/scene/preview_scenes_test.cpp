@@ -44,11 +44,18 @@ TEST_P(PreviewScene, HoldsItsObject) {
   EXPECT_TRUE(object->textureTags.empty()) << "the preview brings its own";
 }
 
-TEST_P(PreviewScene, HasThreeLightsOfWhichOneCastsShadows) {
+TEST_P(PreviewScene, HasThreeLampsInDimSurroundingsAndOneShadow) {
   ASSERT_NE(scene_, nullptr);
-  int shadows = 0;
-  for (const LightRecord& light : Lights(*scene_)) shadows += light.castShadows;
-  EXPECT_EQ(Lights(*scene_).size(), 3u);
+  int shadows = 0, surroundings = 0;
+  for (const LightRecord& light : Lights(*scene_)) {
+    if (light.ambient != 0) {
+      ++surroundings;
+    } else {
+      shadows += light.castShadows;
+    }
+  }
+  EXPECT_EQ(Lights(*scene_).size(), 4u);
+  EXPECT_EQ(surroundings, 1);
   EXPECT_EQ(shadows, 1);
 }
 
