@@ -21,7 +21,7 @@ constexpr TilePatternRow kRows[] = {
     {PATTERN(PatternGrid), "Checker", 10, 10, 10, 2},
     {PATTERN(PatternBrick), "Bricks", 5, 10, 10, 2},
     {PATTERN(PatternBrickThree), "Bricks, Three Colours", 5, 10, 10, 3},
-    {PATTERN(PatternThirds), "Basket Parquet, Three Colours", 5, 5, 15, 3},
+    {PATTERN(PatternThirds), "Parquet, Three Colours", 5, 5, 15, 3},
     {PATTERN(PatternHexagon), "Triangles, Rows", 5, 5, kTriangleBlur, 2},
     {PATTERN(PatternHexagonOffset), "Triangles", 5, 5, kTriangleBlur, 2},
     {PATTERN(PatternHexagonThree), "Triangles, Three Colours", 5, 5, kTriangleBlur, 3},

@@ -1,4 +1,6 @@
 // Tile patterns of equilateral triangles with sides of one unit, and of hexagons with such sides.
+//
+// B. Gruenbaum and G. C. Shephard, Tilings and Patterns, 1987.
 #include <algorithm>
 #include <cmath>
 

@@ -1,4 +1,6 @@
-// Tile patterns of strips that run both ways over unit cells: a basket parquet and a plain weave.
+// Tile patterns of strips that run both ways over unit cells: a parquet and a plain weave.
+//
+// B. Gruenbaum and G. C. Shephard, Tilings and Patterns, 1987.
 #include <algorithm>
 #include <cmath>
 
