@@ -18,8 +18,7 @@ host::Module& LoadedModule() {
   return module;
 }
 
-void OutputAt(benchmark::State& state, std::int32_t pluginId, const bench::Points& points) {
-  host::Shader shader = LoadedModule().Create(pluginId, ChannelColour).value();
+void ReadAt(benchmark::State& state, host::Shader& shader, const bench::Points& points) {
   ChannelSample sample = {};
   sample.delta = {0.001f, 0.001f, 0};
   sample.blurScale = 1;
@@ -29,6 +28,11 @@ void OutputAt(benchmark::State& state, std::int32_t pluginId, const bench::Point
     sample.uvw = {p.x, p.y, p.z};
     benchmark::DoNotOptimize(shader.Output(sample));
   }
+}
+
+void OutputAt(benchmark::State& state, std::int32_t pluginId, const bench::Points& points) {
+  host::Shader shader = LoadedModule().Create(pluginId, ChannelColour).value();
+  ReadAt(state, shader, points);
 }
 
 // Texels side by side.
@@ -41,8 +45,20 @@ void Scattered(benchmark::State& state, std::int32_t pluginId) {
   OutputAt(state, pluginId, bench::RandomPoints(100));
 }
 
+// One choice of a shader's first parameter, at texels side by side.
+void Chosen(benchmark::State& state, std::int32_t pluginId) {
+  constexpr std::int32_t kKeyOfChoice = 1000;
+  host::Shader shader = LoadedModule().Create(pluginId, ChannelColour).value();
+  host::Container parameters;
+  parameters.Set(kKeyOfChoice, static_cast<Word>(state.range(0)));
+  shader.SetParameters(parameters);
+  ReadAt(state, shader, bench::CoherentPoints(1.0f / 512));
+}
+
 BENCHMARK_CAPTURE(Coherent, Buffy, PluginIdBuffy)->Name("shader/empty (Buffy)");
 BENCHMARK_CAPTURE(Coherent, Noise2D, PluginIdNoise2D)->Name("shader/2D Noise, coherent");
 BENCHMARK_CAPTURE(Scattered, Noise2D, PluginIdNoise2D)->Name("shader/2D Noise, scattered");
+BENCHMARK_CAPTURE(Scattered, Tiles, PluginIdTiles)->Name("shader/Tiles, scattered");
+BENCHMARK_CAPTURE(Chosen, Tiles, PluginIdTiles)->Name("shader/Tiles, pattern")->DenseRange(0, 27);
 
 }  // namespace

@@ -43,7 +43,7 @@ std::int32_t ReadBlock(const ShaderTable& table, ShaderInstance* instance,
   std::int32_t marker = 0;
   hostReadInt(reader, &marker);
   if (table.onlyOwnMarker && marker != table.marker) return 0;
-  if (marker < table.oldestMarker) return 1;
+  if (marker < table.oldestMarker || table.foreignMarkers.Holds(marker)) return 1;
   for (const StoredItem& item : table.stored) {
     if (marker < item.firstMarker || marker > item.lastMarker) continue;
     ReadItem(item, instance->data, reader);

@@ -8,6 +8,7 @@
 #include "module/shaders/filters/hue.h"
 #include "module/shaders/filters/posterizer.h"
 #include "module/shaders/generators/noise_2d.h"
+#include "module/shaders/generators/tiles.h"
 #include "module/shaders/surface/buffy.h"
 
 namespace sorvanix {
@@ -27,7 +28,7 @@ constexpr RegistryRow kRows[] = {
     StillToWrite(PluginIdFresnel, Nesting::None, 10002),
     {PluginIdBuffy, Nesting::None, kLiteralTitle, "sorvaNIX Buffy", FillBuffyRecord, &kBuffyTable},
     StillToWrite(PluginIdNoise3D, Nesting::Aware, 10003),
-    StillToWrite(PluginIdTiles, Nesting::Aware, 10004),
+    {PluginIdTiles, Nesting::Aware, 10004, nullptr, FillTilesRecord, &kTilesTable},
     {PluginIdFusion, Nesting::Aware, 10005, nullptr, FillFusionRecord, &kFusionTable},
     {PluginIdDistorter, Nesting::Aware, 10006, nullptr, FillDistorterRecord, &kDistorterTable},
     {PluginIdBrightContrast, Nesting::Aware, 10007, nullptr, FillBrightContrastRecord,

@@ -138,6 +138,12 @@ constexpr StoredItem StoredLiteral(std::int32_t marker, ValueKind kind, std::int
   return {kind, kNoMember, marker, kEveryLaterMarker, true, literal, times};
 }
 
+/// Markers first to last, both included.
+struct MarkerRange {
+  std::int32_t first = 0, last = -1;
+  constexpr bool Holds(std::int32_t marker) const { return marker >= first && marker <= last; }
+};
+
 /// Where a block holds its ramp, and the keys of the knots: the colour of knot i goes under
 /// colourKey + i * keyStride, and so on. `interpolation`, `count` and `selected` have rows of their
 /// own.
@@ -180,6 +186,7 @@ struct ShaderTable {
   std::int32_t marker = 0;  ///< of the saved form that Write stores
   /// Of a file with an older marker Read takes nothing, and answers 1.
   std::int32_t oldestMarker = std::numeric_limits<std::int32_t>::min();
+  MarkerRange foreignMarkers = {};  ///< Read does the same with a marker that no version had
   bool onlyOwnMarker = false;  ///< Read takes nothing, and answers 0, where the marker differs
   std::span<const StoredItem> stored = {};
 
