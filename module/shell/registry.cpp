@@ -7,6 +7,7 @@
 #include "module/shaders/filters/fusion.h"
 #include "module/shaders/filters/hue.h"
 #include "module/shaders/filters/posterizer.h"
+#include "module/shaders/generators/gradient.h"
 #include "module/shaders/generators/noise_2d.h"
 #include "module/shaders/surface/buffy.h"
 
@@ -33,7 +34,7 @@ constexpr RegistryRow kRows[] = {
     {PluginIdBrightContrast, Nesting::Aware, 10007, nullptr, FillBrightContrastRecord,
      &kBrightContrastTable},
     {PluginIdColorizer, Nesting::Aware, 10008, nullptr, FillColorizerRecord, &kColorizerTable},
-    StillToWrite(PluginIdGradient, Nesting::Aware, 10009),
+    {PluginIdGradient, Nesting::Aware, 10009, nullptr, FillGradientRecord, &kGradientTable},
     {PluginIdNoise2D, Nesting::Aware, 10010, nullptr, Fill2DNoiseRecord, &kNoise2DTable},
     StillToWrite(PluginIdFalloff, Nesting::Aware, 10011),
     StillToWrite(PluginIdProjector, Nesting::Aware, 10013),
