@@ -9,6 +9,7 @@
 #include "module/shaders/filters/posterizer.h"
 #include "module/shaders/generators/gradient.h"
 #include "module/shaders/generators/noise_2d.h"
+#include "module/shaders/generators/noise_3d.h"
 #include "module/shaders/surface/buffy.h"
 
 namespace sorvanix {
@@ -27,7 +28,7 @@ constexpr RegistryRow StillToWrite(std::int32_t pluginId, Nesting nesting,
 constexpr RegistryRow kRows[] = {
     StillToWrite(PluginIdFresnel, Nesting::None, 10002),
     {PluginIdBuffy, Nesting::None, kLiteralTitle, "sorvaNIX Buffy", FillBuffyRecord, &kBuffyTable},
-    StillToWrite(PluginIdNoise3D, Nesting::Aware, 10003),
+    {PluginIdNoise3D, Nesting::Aware, 10003, nullptr, Fill3DNoiseRecord, &kNoise3DTable},
     StillToWrite(PluginIdTiles, Nesting::Aware, 10004),
     {PluginIdFusion, Nesting::Aware, 10005, nullptr, FillFusionRecord, &kFusionTable},
     {PluginIdDistorter, Nesting::Aware, 10006, nullptr, FillDistorterRecord, &kDistorterTable},

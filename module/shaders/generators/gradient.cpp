@@ -47,21 +47,6 @@ constexpr Choice kSpaces[] = {
 
 constexpr Limits kLength = {-1e6, 1e6, 1};
 
-// One component of `start` or `end`: each is a number of its own to messages, files and dialogs.
-constexpr Field Component(std::size_t offset, const char* name, float initial, std::int32_t key,
-                          const char* label, const char* help) {
-  return {.offset = static_cast<std::uint32_t>(offset),
-          .name = name,
-          .kind = ValueKind::Float,
-          .initial = Initially(initial),
-          .compared = true,
-          .copied = true,
-          .key = key,
-          .label = label,
-          .help = help,
-          .limits = kLength};
-}
-
 constexpr std::size_t kStart = offsetof(Block, start), kEnd = offsetof(Block, end);
 constexpr std::size_t kY = offsetof(Vector, y), kZ = offsetof(Vector, z);
 
@@ -80,13 +65,15 @@ constexpr Field kFields[] = {
     {MEMBER(Int, space), .initial = Initially(GradientObject), .compared = true, .copied = true,
      .key = 1003, .describeAs = DescribeInteger, .label = "Space",
      .help = "What the shapes in space stay fixed to.", .limits = {0, 5, 1}, .choices = kSpaces},
-    Component(kStart, "startX", -100, 1004, "Start X",
-              "Where the line or the cylinder's axis begins; the middle of the sphere."),
-    Component(kStart + kY, "startY", 0, 1005, "Start Y", "The same along y."),
-    Component(kStart + kZ, "startZ", 0, 1006, "Start Z", "The same along z."),
-    Component(kEnd, "endX", 100, 1007, "End X", "Where the line or the cylinder's axis ends."),
-    Component(kEnd + kY, "endY", 0, 1008, "End Y", "The same along y."),
-    Component(kEnd + kZ, "endZ", 0, 1009, "End Z", "The same along z."),
+    ComponentField(kStart, "startX", -100, 1004, "Start X",
+                   "Where the line or the cylinder's axis begins; the middle of the sphere.",
+                   kLength),
+    ComponentField(kStart + kY, "startY", 0, 1005, "Start Y", "The same along y.", kLength),
+    ComponentField(kStart + kZ, "startZ", 0, 1006, "Start Z", "The same along z.", kLength),
+    ComponentField(kEnd, "endX", 100, 1007, "End X", "Where the line or the cylinder's axis ends.",
+                   kLength),
+    ComponentField(kEnd + kY, "endY", 0, 1008, "End Y", "The same along y.", kLength),
+    ComponentField(kEnd + kZ, "endZ", 0, 1009, "End Z", "The same along z.", kLength),
     {MEMBER(Float, radius), .initial = Initially(100.0f), .compared = true, .copied = true,
      .key = 1010, .label = "Radius", .help = "Where the ramp of the cylinder or the sphere ends.",
      .limits = kLength},

@@ -1,10 +1,25 @@
-// The maps from world space into the spaces that solid shaders read their point in.
+// The spaces that solid shaders read their points in, and the maps from world space into them.
 #pragma once
+
+#include <array>
 
 #include "module/kit/matrix.h"
 #include "module/shell/host_render.h"
 
 namespace sorvanix {
+
+/// The hit, then the three corners of the sample.
+using SamplePoints = std::array<Vector, 4>;
+
+inline SamplePoints WorldPoints(const RenderContext& render) noexcept {
+  return {render.hitPoint, render.footprintA, render.footprintB, render.footprintC};
+}
+
+/// The images of the four points under a map.
+template <class Map>
+inline SamplePoints EachPoint(const SamplePoints& points, const Map& map) {
+  return {map(points[0]), map(points[1]), map(points[2]), map(points[3])};
+}
 
 /// World to the space of the object that was hit; changes nothing when the object is unknown or its
 /// matrix cannot be inverted.
