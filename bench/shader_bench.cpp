@@ -44,5 +44,9 @@ void Scattered(benchmark::State& state, std::int32_t pluginId) {
 BENCHMARK_CAPTURE(Coherent, Buffy, PluginIdBuffy)->Name("shader/empty (Buffy)");
 BENCHMARK_CAPTURE(Coherent, Noise2D, PluginIdNoise2D)->Name("shader/2D Noise, coherent");
 BENCHMARK_CAPTURE(Scattered, Noise2D, PluginIdNoise2D)->Name("shader/2D Noise, scattered");
+BENCHMARK_CAPTURE(Coherent, Noise3D, PluginIdNoise3D)->Name("shader/3D Noise, coherent");
+BENCHMARK_CAPTURE(Scattered, Noise3D, PluginIdNoise3D)->Name("shader/3D Noise, scattered");
+BENCHMARK_CAPTURE(Coherent, Gradient, PluginIdGradient)->Name("shader/Gradient, coherent");
+BENCHMARK_CAPTURE(Scattered, Gradient, PluginIdGradient)->Name("shader/Gradient, scattered");
 
 }  // namespace
