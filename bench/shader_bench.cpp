@@ -60,5 +60,9 @@ BENCHMARK_CAPTURE(Coherent, Noise2D, PluginIdNoise2D)->Name("shader/2D Noise, co
 BENCHMARK_CAPTURE(Scattered, Noise2D, PluginIdNoise2D)->Name("shader/2D Noise, scattered");
 BENCHMARK_CAPTURE(Scattered, Tiles, PluginIdTiles)->Name("shader/Tiles, scattered");
 BENCHMARK_CAPTURE(Chosen, Tiles, PluginIdTiles)->Name("shader/Tiles, pattern")->DenseRange(0, 27);
+BENCHMARK_CAPTURE(Coherent, Noise3D, PluginIdNoise3D)->Name("shader/3D Noise, coherent");
+BENCHMARK_CAPTURE(Scattered, Noise3D, PluginIdNoise3D)->Name("shader/3D Noise, scattered");
+BENCHMARK_CAPTURE(Coherent, Gradient, PluginIdGradient)->Name("shader/Gradient, coherent");
+BENCHMARK_CAPTURE(Scattered, Gradient, PluginIdGradient)->Name("shader/Gradient, scattered");
 
 }  // namespace

@@ -78,6 +78,30 @@ inline Vector hostPointToUvw(const RenderContext* render, const TextureTag* tag,
   return uvw;
 }
 
+/// The camera's matrix, camera to world; null when the render has no camera.
+inline const Matrix* hostCameraMatrix(const RenderContext* render) noexcept {
+  return static_cast<const Matrix*>(
+      hostCall(hostApi.render, &RenderTable::query, nullptr, render, QueryCameraMatrix));
+}
+
+/// The size of the picture in pixels; 0 by 0 when the host cannot tell.
+struct PictureSize {
+  std::int32_t width = 0;
+  std::int32_t height = 0;
+};
+inline PictureSize hostPictureSize(const RenderContext* render) noexcept {
+  const auto* size = static_cast<const std::int32_t*>(
+      hostCall(hostApi.render, &RenderTable::query, nullptr, render, QueryPictureSize));
+  return size == nullptr ? PictureSize{} : PictureSize{size[0], size[1]};
+}
+
+/// Takes a point in camera space to pixels (x, y) and depth (z); zero when the host cannot.
+inline Vector hostProjectToScreen(const RenderContext* render, const Vector& point) noexcept {
+  Vector screen = {};
+  hostCall(hostApi.render, &RenderTable::projectToScreen, render, &point, &screen);
+  return screen;
+}
+
 /// Unit vectors along increasing u and v, in the surface at the hit.
 struct SurfaceAxes {
   Vector u = {};

@@ -7,7 +7,9 @@
 #include "module/shaders/filters/fusion.h"
 #include "module/shaders/filters/hue.h"
 #include "module/shaders/filters/posterizer.h"
+#include "module/shaders/generators/gradient.h"
 #include "module/shaders/generators/noise_2d.h"
+#include "module/shaders/generators/noise_3d.h"
 #include "module/shaders/generators/tiles.h"
 #include "module/shaders/surface/buffy.h"
 
@@ -27,14 +29,14 @@ constexpr RegistryRow StillToWrite(std::int32_t pluginId, Nesting nesting,
 constexpr RegistryRow kRows[] = {
     StillToWrite(PluginIdFresnel, Nesting::None, 10002),
     {PluginIdBuffy, Nesting::None, kLiteralTitle, "sorvaNIX Buffy", FillBuffyRecord, &kBuffyTable},
-    StillToWrite(PluginIdNoise3D, Nesting::Aware, 10003),
+    {PluginIdNoise3D, Nesting::Aware, 10003, nullptr, Fill3DNoiseRecord, &kNoise3DTable},
     {PluginIdTiles, Nesting::Aware, 10004, nullptr, FillTilesRecord, &kTilesTable},
     {PluginIdFusion, Nesting::Aware, 10005, nullptr, FillFusionRecord, &kFusionTable},
     {PluginIdDistorter, Nesting::Aware, 10006, nullptr, FillDistorterRecord, &kDistorterTable},
     {PluginIdBrightContrast, Nesting::Aware, 10007, nullptr, FillBrightContrastRecord,
      &kBrightContrastTable},
     {PluginIdColorizer, Nesting::Aware, 10008, nullptr, FillColorizerRecord, &kColorizerTable},
-    StillToWrite(PluginIdGradient, Nesting::Aware, 10009),
+    {PluginIdGradient, Nesting::Aware, 10009, nullptr, FillGradientRecord, &kGradientTable},
     {PluginIdNoise2D, Nesting::Aware, 10010, nullptr, Fill2DNoiseRecord, &kNoise2DTable},
     StillToWrite(PluginIdFalloff, Nesting::Aware, 10011),
     StillToWrite(PluginIdProjector, Nesting::Aware, 10013),

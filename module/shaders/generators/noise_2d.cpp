@@ -8,6 +8,8 @@
 #include "module/shaders/generators/noise_bump_step.h"
 #include "module/shaders/generators/noise_choices.h"
 #include "module/shaders/generators/noise_shape.h"
+#include "module/shaders/generators/noise_slot.h"
+#include "module/shaders/generators/tilt_normal.h"
 #include "module/shell/table_callbacks.h"
 
 namespace sorvanix {
@@ -114,13 +116,6 @@ constexpr StoredItem kStored[] = {
 #undef PLACE
 #undef MEMBER
 
-struct Noise2DSlot {
-  FootprintBlock head;
-  float bumpStep;   // in noise units; that of slot 0 is the one that counts
-  float bumpScale;  // never read
-};
-static_assert(sizeof(Noise2DSlot) == SlotStrideNoise);
-
 // Noise units across the unit square of texture coordinates, at a scale of 1.
 constexpr float kUnitsPerTile = 12.8f;
 
@@ -143,22 +138,11 @@ constexpr ShaderTable kNoise2DTable = {
 
 namespace {
 
-// Once a render, so that no sample depends on the octave curve.
-void ComputeBumpStep(const Noise2DBlock& block, Noise2DSlot& firstSlot) noexcept {
-  const double step = NoiseBumpStep(block.noiseType, block.octaves);
-  firstSlot.bumpStep = static_cast<float>(step * block.bumpDetail);
-}
-
 std::int32_t InitRender(ShaderInstance* instance, const RenderInit* init) noexcept {
   const auto* block = BlockOf<Noise2DBlock>(instance);
   if (block == nullptr || init->render == nullptr) return 0;
-  const std::int32_t count = MakeSlots(kNoise2DTable, instance, init);
-  for (std::int32_t cpu = 0; cpu < count; ++cpu) {
-    Noise2DSlot& slot = *SlotAt<Noise2DSlot>(instance->slots, cpu);
-    slot.bumpStep = 0.3f;
-    slot.bumpScale = 1.0f;
-  }
-  if (count != 0) ComputeBumpStep(*block, *SlotAt<Noise2DSlot>(instance->slots, 0));
+  const double step = NoiseBumpStep(block->noiseType, block->octaves);
+  MakeNoiseSlots(kNoise2DTable, instance, init, step * block->bumpDetail);
   return 0;
 }
 
@@ -198,10 +182,7 @@ void BendNormal(const Sampling& sampling, double x, double y, double step,
   const double b = sampling.Value(x - step, y);
   const double c = sampling.Value(x, y + step);
   const double d = sampling.Value(x, y - step);
-  const float du = static_cast<float>((b - a) * kSlope);
-  const float dv = static_cast<float>((c - d) * kSlope);
-  render.bumpNormal = Normalized(
-      Add(Add(render.bumpNormal, Scale(render.tangentU, du)), Scale(render.tangentV, dv)));
+  TiltNormal(render, (b - a) * kSlope, (c - d) * kSlope);
 }
 
 void Output(Vector* result, ShaderInstance* instance, ChannelSample* sample) noexcept {
@@ -210,10 +191,10 @@ void Output(Vector* result, ShaderInstance* instance, ChannelSample* sample) noe
   if (block == nullptr) return;
 
   RenderContext* render = sample->render;
-  const Noise2DSlot* slots = nullptr;
-  const Noise2DSlot* own = nullptr;
+  const NoiseSlot* slots = nullptr;
+  const NoiseSlot* own = nullptr;
   if (instance->slots != nullptr && render != nullptr) {
-    slots = SlotAt<Noise2DSlot>(instance->slots, 0);
+    slots = SlotAt<NoiseSlot>(instance->slots, 0);
     own = slots + hostCpuIndex(render);
   }
   const bool nested =

@@ -1,4 +1,5 @@
-// 2D Noise over the host's own noise: the same bytes on any number of threads, and sane pictures.
+// 2D and 3D Noise over the host's own noise: the same bytes on any number of threads, and sane
+// pictures.
 #include <cmath>
 #include <cstring>
 #include <thread>
@@ -12,11 +13,11 @@ namespace {
 constexpr int kSide = 48;
 constexpr std::int32_t kNoiseTypes = 30;
 constexpr std::int32_t kWhiteRandom = 17;
-constexpr std::int32_t kKeyType = 1000;
+constexpr std::int32_t kKeyType = 1000;  // of both shaders
 
 using Picture = std::vector<Vector>;
 
-struct Noise2DRenderTest : RealModuleTest {
+struct NoiseRenderTest : RealModuleTest, ::testing::WithParamInterface<std::int32_t> {
   // Rows are dealt out to the threads in turn.
   static Picture Render(Shader& shader, int threads) {
     Picture picture(kSide * kSide);
@@ -24,7 +25,7 @@ struct Noise2DRenderTest : RealModuleTest {
       for (int y = first; y < kSide; y += threads) {
         for (int x = 0; x < kSide; ++x) {
           ChannelSample sample = {};
-          sample.uvw = {static_cast<float>(x) / kSide, static_cast<float>(y) / kSide, 0};
+          sample.uvw = {static_cast<float>(x) / kSide, static_cast<float>(y) / kSide, 0.25f};
           sample.delta = {0.5f / kSide, 0.5f / kSide, 0};
           sample.blurScale = 1;
           picture[static_cast<std::size_t>(y * kSide + x)] = shader.Output(sample);
@@ -37,7 +38,7 @@ struct Noise2DRenderTest : RealModuleTest {
     return picture;
   }
   Shader NoiseOfType(std::int32_t type) {
-    Shader shader = module.Create(PluginIdNoise2D, ChannelColour).value();
+    Shader shader = module.Create(GetParam(), ChannelColour).value();
     Container parameters;
     parameters.Set(kKeyType, Word{type});
     shader.SetParameters(parameters);
@@ -45,7 +46,12 @@ struct Noise2DRenderTest : RealModuleTest {
   }
 };
 
-TEST_F(Noise2DRenderTest, EightThreadsGiveTheSameBytesAsOneInEveryTypeButWhiteNoise) {
+INSTANTIATE_TEST_SUITE_P(BothNoises, NoiseRenderTest,
+                         ::testing::Values(PluginIdNoise2D, PluginIdNoise3D), [](const auto& info) {
+                           return info.param == PluginIdNoise2D ? "Noise2D" : "Noise3D";
+                         });
+
+TEST_P(NoiseRenderTest, EightThreadsGiveTheSameBytesAsOneInEveryTypeButWhiteNoise) {
   for (std::int32_t type = 0; type < kNoiseTypes; ++type) {
     if (type == kWhiteRandom) continue;  // draws from a shared sequence
     Shader shader = NoiseOfType(type);
@@ -54,7 +60,7 @@ TEST_F(Noise2DRenderTest, EightThreadsGiveTheSameBytesAsOneInEveryTypeButWhiteNo
   }
 }
 
-TEST_F(Noise2DRenderTest, EveryTypeStaysWithinItsColoursAndIsNotFlat) {
+TEST_P(NoiseRenderTest, EveryTypeStaysWithinItsColoursAndIsNotFlat) {
   for (std::int32_t type = 0; type < kNoiseTypes; ++type) {
     Shader shader = NoiseOfType(type);
     float low = 2, high = -1;
