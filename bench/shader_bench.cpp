@@ -41,8 +41,28 @@ void Scattered(benchmark::State& state, std::int32_t pluginId) {
   OutputAt(state, pluginId, bench::RandomPoints(100));
 }
 
+// A surface in a render: seen from all sides, its normals in all directions.
+void OnSurface(benchmark::State& state, std::int32_t pluginId) {
+  host::Shader shader = LoadedModule().Create(pluginId, ChannelColour).value();
+  const bench::Points points = bench::RandomPoints(1);
+  RayRecord ray = {};
+  RenderContext render = {};
+  render.ray = &ray;
+  ChannelSample sample = {};
+  sample.render = &render;
+  std::size_t i = 0;
+  for (auto _ : state) {
+    const bench::Point& p = points[i++ % bench::kPoints];
+    ray.direction[2] = p.x;
+    render.bumpNormal = render.baseNormal = render.faceNormal = sample.normal = {p.x, p.y, p.z};
+    benchmark::DoNotOptimize(shader.Output(sample));
+  }
+}
+
 BENCHMARK_CAPTURE(Coherent, Buffy, PluginIdBuffy)->Name("shader/empty (Buffy)");
 BENCHMARK_CAPTURE(Coherent, Noise2D, PluginIdNoise2D)->Name("shader/2D Noise, coherent");
 BENCHMARK_CAPTURE(Scattered, Noise2D, PluginIdNoise2D)->Name("shader/2D Noise, scattered");
+BENCHMARK_CAPTURE(OnSurface, Fresnel, PluginIdFresnel)->Name("shader/Fresnel, on a surface");
+BENCHMARK_CAPTURE(OnSurface, Falloff, PluginIdFalloff)->Name("shader/Falloff, on a surface");
 
 }  // namespace

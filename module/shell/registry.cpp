@@ -9,6 +9,8 @@
 #include "module/shaders/filters/posterizer.h"
 #include "module/shaders/generators/noise_2d.h"
 #include "module/shaders/surface/buffy.h"
+#include "module/shaders/surface/falloff.h"
+#include "module/shaders/surface/fresnel.h"
 
 namespace sorvanix {
 
@@ -24,7 +26,7 @@ constexpr RegistryRow StillToWrite(std::int32_t pluginId, Nesting nesting,
 // cross, which is deliberate and kept. Banj can be marked as nested, though no filter hands it a
 // point.
 constexpr RegistryRow kRows[] = {
-    StillToWrite(PluginIdFresnel, Nesting::None, 10002),
+    {PluginIdFresnel, Nesting::None, 10002, nullptr, FillFresnelRecord, &kFresnelTable},
     {PluginIdBuffy, Nesting::None, kLiteralTitle, "sorvaNIX Buffy", FillBuffyRecord, &kBuffyTable},
     StillToWrite(PluginIdNoise3D, Nesting::Aware, 10003),
     StillToWrite(PluginIdTiles, Nesting::Aware, 10004),
@@ -35,7 +37,7 @@ constexpr RegistryRow kRows[] = {
     {PluginIdColorizer, Nesting::Aware, 10008, nullptr, FillColorizerRecord, &kColorizerTable},
     StillToWrite(PluginIdGradient, Nesting::Aware, 10009),
     {PluginIdNoise2D, Nesting::Aware, 10010, nullptr, Fill2DNoiseRecord, &kNoise2DTable},
-    StillToWrite(PluginIdFalloff, Nesting::Aware, 10011),
+    {PluginIdFalloff, Nesting::Aware, 10011, nullptr, FillFalloffRecord, &kFalloffTable},
     StillToWrite(PluginIdProjector, Nesting::Aware, 10013),
     StillToWrite(PluginIdProximal, Nesting::Aware, 10012),
     StillToWrite(PluginIdBanj, Nesting::Marked, 10014),
