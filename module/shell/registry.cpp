@@ -8,6 +8,7 @@
 #include "module/shaders/filters/hue.h"
 #include "module/shaders/filters/posterizer.h"
 #include "module/shaders/generators/noise_2d.h"
+#include "module/shaders/surface/banj.h"
 #include "module/shaders/surface/buffy.h"
 #include "module/shaders/surface/falloff.h"
 #include "module/shaders/surface/fresnel.h"
@@ -40,7 +41,7 @@ constexpr RegistryRow kRows[] = {
     {PluginIdFalloff, Nesting::Aware, 10011, nullptr, FillFalloffRecord, &kFalloffTable},
     StillToWrite(PluginIdProjector, Nesting::Aware, 10013),
     StillToWrite(PluginIdProximal, Nesting::Aware, 10012),
-    StillToWrite(PluginIdBanj, Nesting::Marked, 10014),
+    {PluginIdBanj, Nesting::Marked, 10014, nullptr, FillBanjRecord, &kBanjTable},
     StillToWrite(PluginIdLumas, Nesting::Aware, 10015),
     {PluginIdHue, Nesting::Aware, 10016, nullptr, FillHueRecord, &kHueTable},
     {PluginIdPosterizer, Nesting::Aware, 10017, nullptr, FillPosterizerRecord, &kPosterizerTable},
