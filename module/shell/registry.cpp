@@ -12,6 +12,7 @@
 #include "module/shaders/surface/buffy.h"
 #include "module/shaders/surface/falloff.h"
 #include "module/shaders/surface/fresnel.h"
+#include "module/shaders/surface/projector.h"
 
 namespace sorvanix {
 
@@ -39,7 +40,7 @@ constexpr RegistryRow kRows[] = {
     StillToWrite(PluginIdGradient, Nesting::Aware, 10009),
     {PluginIdNoise2D, Nesting::Aware, 10010, nullptr, Fill2DNoiseRecord, &kNoise2DTable},
     {PluginIdFalloff, Nesting::Aware, 10011, nullptr, FillFalloffRecord, &kFalloffTable},
-    StillToWrite(PluginIdProjector, Nesting::Aware, 10013),
+    {PluginIdProjector, Nesting::Aware, 10013, nullptr, FillProjectorRecord, &kProjectorTable},
     StillToWrite(PluginIdProximal, Nesting::Aware, 10012),
     {PluginIdBanj, Nesting::Marked, 10014, nullptr, FillBanjRecord, &kBanjTable},
     StillToWrite(PluginIdLumas, Nesting::Aware, 10015),
