@@ -1,4 +1,5 @@
-// Host operations that Output and InitRender call: CPUs, the host's noise, the surface at a hit.
+// Host operations that Output and InitRender call: CPUs, the host's noise, the surface at a hit and
+// the light on it.
 //
 // All are safe on several threads at once; the noise operations are pure functions.
 #pragma once
@@ -113,6 +114,69 @@ inline SurfaceAxes hostSurfaceAxes(const RenderContext* render, const TextureTag
   hostCall(hostApi.render, &RenderTable::surfaceAxes, render, tag, &point, &normal, &axes.u,
            &axes.v);
   return axes;
+}
+
+/// Prepares projections of the hit and its three corners with a set of texture coordinates.
+inline void hostSetUpTexture(RenderContext* render, const Vector (&points)[4],
+                             std::int32_t uvwIndex) noexcept {
+  hostCall(hostApi.render, &RenderTable::setUpTexture, render, points, uvwIndex);
+}
+
+/// The texture coordinate that a tag gives to a point; zero for a point that has none.
+inline Vector hostProjectTexture(const TextureTag* tag, const RenderContext* render,
+                                 const Vector& point, const UvwRecord* uvwRecord) noexcept {
+  Vector uvw = {};
+  hostCall(hostApi.render, &RenderTable::projectTexture, 0, tag, render, &point, uvwRecord, &uvw);
+  return uvw;
+}
+
+/// The matrix from camera to world space; null where no camera looks.
+inline const Matrix* hostCameraMatrix(const RenderContext* render) noexcept {
+  const void* answer = hostCall(hostApi.render, &RenderTable::query, nullptr, render,
+                                std::int32_t{QueryCameraMatrix});
+  return static_cast<const Matrix*>(answer);
+}
+
+// --- light ---
+
+/// Adds the light at the hit, around the render's bumpNormal, with a mirror highlight of
+/// `exponent`.
+inline void hostIlluminate(const RenderContext* render, Vector& diffuse, Vector& specular,
+                           float exponent) noexcept {
+  hostCall(hostApi.render, &RenderTable::illuminate, render, &diffuse, &specular, exponent);
+}
+
+inline std::int32_t hostLightCount(const RenderContext* render) noexcept {
+  return hostCall(hostApi.render, &RenderTable::lightCount, 0, render);
+}
+
+/// One light; null where there is none of that index.
+inline const LightRecord* hostLightAt(const RenderContext* render, std::int32_t index) noexcept {
+  return hostCall(hostApi.render, &RenderTable::lightAt, nullptr, render, index);
+}
+
+/// A light as it comes to a point. In a shadow it arrives, in black.
+struct ArrivingLight {
+  bool arrives = false;
+  Vector colour = {};
+  Vector direction = {};  ///< unit vector towards the light
+};
+/// `shadows`: whether anything may block the light, but for the element with this identity.
+inline ArrivingLight hostLightSample(const RenderContext* render, const LightRecord* light,
+                                     const Vector& point, const Vector& normal,
+                                     std::int32_t shadows, std::int32_t identity) noexcept {
+  ArrivingLight arriving;
+  arriving.arrives =
+      hostCall(hostApi.render, &RenderTable::lightSample, 0, render, light, &arriving.colour,
+               &arriving.direction, &point, &normal, shadows, identity) != 0;
+  return arriving;
+}
+
+/// Adds the share of a light that is an area, times `value`.
+inline void hostAreaLight(const RenderContext* render, const LightRecord* light, float value,
+                          const Vector& ray, float side, const Vector& point,
+                          Vector& sum) noexcept {
+  hostCall(hostApi.render, &RenderTable::areaLight, render, light, value, &ray, side, &point, &sum);
 }
 
 }  // namespace sorvanix

@@ -44,11 +44,16 @@ std::int32_t ReadBlock(const ShaderTable& table, ShaderInstance* instance,
   hostReadInt(reader, &marker);
   if (table.onlyOwnMarker && marker != table.marker) return 0;
   if (marker < table.oldestMarker || table.foreignMarkers.Holds(marker)) return 1;
+  ReadItems(table, instance->data, marker, reader);
+  return 1;
+}
+
+void ReadItems(const ShaderTable& table, void* block, std::int32_t marker,
+               HostStream* reader) noexcept {
   for (const StoredItem& item : table.stored) {
     if (marker < item.firstMarker || marker > item.lastMarker) continue;
-    ReadItem(item, instance->data, reader);
+    ReadItem(item, block, reader);
   }
-  return 1;
 }
 
 }  // namespace sorvanix

@@ -16,4 +16,8 @@ std::int32_t WriteBlock(const ShaderTable& table, const ShaderInstance* instance
 std::int32_t ReadBlock(const ShaderTable& table, ShaderInstance* instance,
                        HostStream* reader) noexcept;
 
+/// Reads what follows the marker in a file with that marker.
+void ReadItems(const ShaderTable& table, void* block, std::int32_t marker,
+               HostStream* reader) noexcept;
+
 }  // namespace sorvanix

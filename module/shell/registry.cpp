@@ -11,7 +11,11 @@
 #include "module/shaders/generators/noise_2d.h"
 #include "module/shaders/generators/noise_3d.h"
 #include "module/shaders/generators/tiles.h"
+#include "module/shaders/surface/banj.h"
 #include "module/shaders/surface/buffy.h"
+#include "module/shaders/surface/falloff.h"
+#include "module/shaders/surface/fresnel.h"
+#include "module/shaders/surface/projector.h"
 
 namespace sorvanix {
 
@@ -27,7 +31,7 @@ constexpr RegistryRow StillToWrite(std::int32_t pluginId, Nesting nesting,
 // cross, which is deliberate and kept. Banj can be marked as nested, though no filter hands it a
 // point.
 constexpr RegistryRow kRows[] = {
-    StillToWrite(PluginIdFresnel, Nesting::None, 10002),
+    {PluginIdFresnel, Nesting::None, 10002, nullptr, FillFresnelRecord, &kFresnelTable},
     {PluginIdBuffy, Nesting::None, kLiteralTitle, "sorvaNIX Buffy", FillBuffyRecord, &kBuffyTable},
     {PluginIdNoise3D, Nesting::Aware, 10003, nullptr, Fill3DNoiseRecord, &kNoise3DTable},
     {PluginIdTiles, Nesting::Aware, 10004, nullptr, FillTilesRecord, &kTilesTable},
@@ -38,10 +42,10 @@ constexpr RegistryRow kRows[] = {
     {PluginIdColorizer, Nesting::Aware, 10008, nullptr, FillColorizerRecord, &kColorizerTable},
     {PluginIdGradient, Nesting::Aware, 10009, nullptr, FillGradientRecord, &kGradientTable},
     {PluginIdNoise2D, Nesting::Aware, 10010, nullptr, Fill2DNoiseRecord, &kNoise2DTable},
-    StillToWrite(PluginIdFalloff, Nesting::Aware, 10011),
-    StillToWrite(PluginIdProjector, Nesting::Aware, 10013),
+    {PluginIdFalloff, Nesting::Aware, 10011, nullptr, FillFalloffRecord, &kFalloffTable},
+    {PluginIdProjector, Nesting::Aware, 10013, nullptr, FillProjectorRecord, &kProjectorTable},
     StillToWrite(PluginIdProximal, Nesting::Aware, 10012),
-    StillToWrite(PluginIdBanj, Nesting::Marked, 10014),
+    {PluginIdBanj, Nesting::Marked, 10014, nullptr, FillBanjRecord, &kBanjTable},
     StillToWrite(PluginIdLumas, Nesting::Aware, 10015),
     {PluginIdHue, Nesting::Aware, 10016, nullptr, FillHueRecord, &kHueTable},
     {PluginIdPosterizer, Nesting::Aware, 10017, nullptr, FillPosterizerRecord, &kPosterizerTable},

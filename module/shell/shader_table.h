@@ -9,6 +9,8 @@
 
 #include <sorvanix/host_api.h>
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -26,6 +28,7 @@ enum class ValueKind : std::uint8_t {
   Vector,  ///< three 32-bit floats
   String,  ///< HostString*, owned by the block; at first the host's shared empty string
   Link,    ///< ChannelLink*, owned by the block; made by Alloc
+  Matrix,  ///< at first the identity; never exchanged
 
   // Parts of a saved ramp, each placed at the Ramp as a whole, stored in this order.
   RampCount,  ///< how many knots and order entries the file holds
@@ -49,7 +52,12 @@ struct InitialValue {
 
 constexpr InitialValue Initially(int value) { return {true, value, {}}; }
 constexpr InitialValue Initially(float value) { return {true, 0, {value, 0, 0}}; }
+/// What a matrix starts as.
+constexpr InitialValue InitiallyIdentity() { return {true, 0, {}}; }
 constexpr InitialValue Initially(float x, float y, float z) { return {true, 0, {x, y, z}}; }
+
+/// A truth that messages and files hold as an integer.
+inline constexpr Choice kSwitchChoices[] = {{0, "off", "Off"}, {1, "on", "On"}};
 
 /// What a dialog keeps a value within, in the units of the block. Files and messages may hold
 /// others.
@@ -61,7 +69,7 @@ struct Limits {
 };
 
 /// How people read a value.
-enum class Unit : std::uint8_t { None, Percent, Degrees, Colour };
+enum class Unit : std::uint8_t { None, Percent, Degrees, Colour, Radians };
 
 inline constexpr std::int32_t kNotExchanged = 0;
 
@@ -110,12 +118,28 @@ constexpr Field ComponentField(std::size_t offset, const char* name, float initi
   .kind = ValueKind::kind_
 #define SORVANIX_PLACE(Block, kind_, member) ValueKind::kind_, offsetof(Block, member)
 
+/// The same for one component of a vector, which goes by a name of its own.
+#define SORVANIX_COMPONENT(Block, member, axis, name_)                                    \
+  .offset = static_cast<std::uint32_t>(offsetof(Block, member) + offsetof(Vector, axis)), \
+  .name = name_, .kind = ValueKind::Float
+#define SORVANIX_COMPONENT_PLACE(Block, member, axis) \
+  ValueKind::Float, offsetof(Block, member) + offsetof(Vector, axis)
+
 /// The first columns of a row for a field of the block's member `ramp`.
 #define SORVANIX_RAMP_MEMBER(Block, kind_, member)                                      \
   .offset = static_cast<std::uint32_t>(offsetof(Block, ramp) + offsetof(Ramp, member)), \
   .name = #member, .kind = ValueKind::kind_
 #define SORVANIX_RAMP_PLACE(Block, kind_, member) \
   ValueKind::kind_, offsetof(Block, ramp) + offsetof(Ramp, member)
+
+/// The rows of several lists as one.
+template <class Row, std::size_t... sizes>
+constexpr auto Join(const std::array<Row, sizes>&... parts) {
+  std::array<Row, (sizes + ...)> joined = {};
+  auto end = joined.begin();
+  ((end = std::copy(parts.begin(), parts.end(), end)), ...);
+  return joined;
+}
 
 inline constexpr std::uint32_t kNoMember = std::numeric_limits<std::uint32_t>::max();
 inline constexpr std::int32_t kEveryLaterMarker = std::numeric_limits<std::int32_t>::max();

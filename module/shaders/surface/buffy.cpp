@@ -1,6 +1,8 @@
 // Buffy: its table without fields, and the one test of a ray against a face.
 #include "module/shaders/surface/buffy.h"
 
+#include "module/shaders/surface/along_ray.h"
+
 namespace sorvanix {
 
 constexpr ShaderTable kBuffyTable = {
@@ -15,13 +17,9 @@ namespace {
 constexpr Vector kWhite = {1, 1, 1};
 constexpr Vector kBlack = {0, 0, 0};
 
-// True when the ray runs along the face normal, and so meets the back. A ray along the face does
-// not.
+// A ray along the face meets its front.
 bool MeetsBack(const RenderContext& render) noexcept {
-  const double* direction = render.ray->direction;
-  const Vector& normal = render.faceNormal;
-  const double facing = direction[0] * normal.x + direction[1] * normal.y + direction[2] * normal.z;
-  return facing > 0;
+  return AlongRay(*render.ray, render.faceNormal) > 0;
 }
 
 void Output(Vector* result, ShaderInstance*, ChannelSample* sample) noexcept {

@@ -26,15 +26,6 @@ constexpr ShippedRow kShipped[] = {
     {1001232, 10011}, {1001235, 10013}, {1001238, 10012}, {1001258, 10014}, {1001266, 10015},
     {1001271, 10016}, {1001277, 10017}};
 
-// Those that this build registers, in order; a shader joins the list when it is written.
-constexpr std::int32_t kRegistered[] = {1004202, 1000104, 1000125, 1001203, 1001214,
-                                        1001216, 1001224, 1001231, 1001271, 1001277};
-
-bool IsRegistered(std::int32_t pluginId) {
-  return std::find(std::begin(kRegistered), std::end(kRegistered), pluginId) !=
-         std::end(kRegistered);
-}
-
 int CountPrefix(const Strings& calls, const std::string& prefix) {
   return static_cast<int>(std::count_if(
       calls.begin(), calls.end(), [&](const std::string& c) { return c.rfind(prefix, 0) == 0; }));
@@ -118,7 +109,6 @@ TEST(Start, OpensResourcesRegistersInOrderThenBuildsTheNoiseState) {
                       "copyFilename(\"/plugins\")",
                       "openResources(\"/plugins\")"};
   for (const ShippedRow& row : kShipped) {
-    if (!IsRegistered(row.pluginId)) continue;
     expected.push_back(row.nameTextId == 0
                            ? "string(\"sorvaNIX Buffy\", -1)"
                            : "loadString(" + std::to_string(row.nameTextId) + ", 1)");
@@ -131,17 +121,19 @@ TEST(Start, OpensResourcesRegistersInOrderThenBuildsTheNoiseState) {
 
 TEST(Start, RegistersTheseShadersInThisOrder) {
   StartedModule started;
-  std::vector<std::int32_t> ids;
+  std::vector<std::int32_t> expected, ids;
+  for (const ShippedRow& row : kShipped) expected.push_back(row.pluginId);
   for (const Registration& r : started.host.registrations) ids.push_back(r.id);
-  EXPECT_EQ(ids, std::vector<std::int32_t>(std::begin(kRegistered), std::end(kRegistered)));
+  EXPECT_EQ(ids, expected);
 }
 
 TEST(Start, GivesEachShaderTheNameOfItsText) {
   StartedModule started;
-  const Strings expected = {"sorvaNIX Buffy", "text 10003", "text 10005", "text 10006",
-                            "text 10007",     "text 10008", "text 10009", "text 10010",
-                            "text 10016",     "text 10017"};
-  Strings names;
+  Strings expected, names;
+  for (const ShippedRow& row : kShipped) {
+    expected.push_back(row.nameTextId == 0 ? "sorvaNIX Buffy"
+                                           : "text " + std::to_string(row.nameTextId));
+  }
   for (const Registration& r : started.host.registrations) names.push_back(r.name);
   EXPECT_EQ(names, expected);
 }
