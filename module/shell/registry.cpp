@@ -11,6 +11,7 @@
 #include "module/shaders/surface/buffy.h"
 #include "module/shaders/surface/falloff.h"
 #include "module/shaders/surface/fresnel.h"
+#include "module/shaders/surface/lumas.h"
 
 namespace sorvanix {
 
@@ -41,7 +42,7 @@ constexpr RegistryRow kRows[] = {
     StillToWrite(PluginIdProjector, Nesting::Aware, 10013),
     StillToWrite(PluginIdProximal, Nesting::Aware, 10012),
     StillToWrite(PluginIdBanj, Nesting::Marked, 10014),
-    StillToWrite(PluginIdLumas, Nesting::Aware, 10015),
+    {PluginIdLumas, Nesting::Aware, 10015, nullptr, FillLumasRecord, &kLumasTable},
     {PluginIdHue, Nesting::Aware, 10016, nullptr, FillHueRecord, &kHueTable},
     {PluginIdPosterizer, Nesting::Aware, 10017, nullptr, FillPosterizerRecord, &kPosterizerTable},
 };
