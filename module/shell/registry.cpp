@@ -12,6 +12,7 @@
 #include "module/shaders/surface/falloff.h"
 #include "module/shaders/surface/fresnel.h"
 #include "module/shaders/surface/lumas.h"
+#include "module/shaders/surface/proximal.h"
 
 namespace sorvanix {
 
@@ -40,7 +41,7 @@ constexpr RegistryRow kRows[] = {
     {PluginIdNoise2D, Nesting::Aware, 10010, nullptr, Fill2DNoiseRecord, &kNoise2DTable},
     {PluginIdFalloff, Nesting::Aware, 10011, nullptr, FillFalloffRecord, &kFalloffTable},
     StillToWrite(PluginIdProjector, Nesting::Aware, 10013),
-    StillToWrite(PluginIdProximal, Nesting::Aware, 10012),
+    {PluginIdProximal, Nesting::Aware, 10012, nullptr, FillProximalRecord, &kProximalTable},
     StillToWrite(PluginIdBanj, Nesting::Marked, 10014),
     {PluginIdLumas, Nesting::Aware, 10015, nullptr, FillLumasRecord, &kLumasTable},
     {PluginIdHue, Nesting::Aware, 10016, nullptr, FillHueRecord, &kHueTable},

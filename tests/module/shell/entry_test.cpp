@@ -28,7 +28,7 @@ constexpr ShippedRow kShipped[] = {
 
 // Those that this build registers, in order; a shader joins the list when it is written.
 constexpr std::int32_t kRegistered[] = {1000075, 1004202, 1000125, 1001203, 1001214, 1001216,
-                                        1001231, 1001232, 1001266, 1001271, 1001277};
+                                        1001231, 1001232, 1001238, 1001266, 1001271, 1001277};
 
 bool IsRegistered(std::int32_t pluginId) {
   return std::find(std::begin(kRegistered), std::end(kRegistered), pluginId) !=
