@@ -3,121 +3,92 @@
 #include <fmt/format.h>
 
 #include <CLI/App.hpp>
-#include <charconv>
-#include <cmath>
-#include <limits>
-#include <string_view>
+#include <algorithm>
 
-#include "apps/sorvanix/material_input.h"
-#include "apps/sorvanix/module_place.h"
-#include "apps/sorvanix/progress.h"
+#include "host/scene/scene_format.h"
 
 namespace sorvanix::cli {
 
 namespace {
 
-constexpr int kMostThreads = 1024;
-constexpr int kLastFrame = 9999999;
+constexpr int kMostUvwSets = 1000;
+constexpr int kWidestGutter = 4096;
 
-// A whole text as a number without a sign.
-std::optional<int> Number(std::string_view text) {
-  int number = 0;
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc() || stop != end || text.starts_with('-')) return std::nullopt;
-  return number;
+constexpr PictureHelp kHelp = {
+    .output =
+        "The image; its extension (png, tif, exr, jpg) is its format. <material>, <channel>, "
+        "<frame>, %04d and <UDIM> stand for themselves. A file that is there is replaced. "
+        "Default: <material>.png, with what else tells pictures apart",
+    .size = "Pixels, each side from 1 to 65536; default 512x512",
+    .json = "Print a JSON array of what was baked"};
+
+std::vector<std::string> ChannelNames() {
+  return {host::kChannelNames.begin(), host::kChannelNames.end()};
 }
 
-struct Pair {
-  int first, second;
-};
-
-// "AxB", for the separator x, or "A" for A twice.
-std::optional<Pair> NumberPair(std::string_view text, char separator) {
-  const std::size_t place = text.find(separator);
-  const auto first = Number(text.substr(0, place));
-  const auto second = place == std::string_view::npos ? first : Number(text.substr(place + 1));
-  if (!first || !second) return std::nullopt;
-  return Pair{*first, *second};
-}
-
-void SetSize(const std::string& text, host::FlatBakeSettings& settings) {
-  const auto isSide = [](int side) { return side >= 1 && side <= host::kLargestBake; };
-  const auto size = NumberPair(text, 'x');
-  if (!size || !isSide(size->first) || !isSide(size->second)) {
-    throw CLI::ValidationError("--size", fmt::format("'{}' is no size: WxH or N, each from 1 to {}",
-                                                     text, host::kLargestBake));
-  }
-  settings.width = size->first;
-  settings.height = size->second;
-}
-
-void SetFrames(const std::string& text, std::optional<FrameRange>& frames) {
-  const auto range = NumberPair(text, '-');
-  if (!range || range->first > range->second || range->second > kLastFrame) {
-    throw CLI::ValidationError(
-        "--frames", fmt::format("'{}' is no range of frames: A-B or A, from 0 to {}, the first "
-                                "not above the last",
-                                text, kLastFrame));
-  }
-  frames = FrameRange{range->first, range->second};
-}
-
-void SetTime(double time, host::FlatBakeSettings& settings) {
-  if (!(std::fabs(time) <= std::numeric_limits<float>::max())) {
-    throw CLI::ValidationError("--time", "is no number of seconds");
-  }
-  settings.time = static_cast<float>(time);
+int ChannelNamed(const std::string& name) {
+  const auto& names = host::kChannelNames;
+  return static_cast<int>(std::find(names.begin(), names.end(), name) - names.begin());
 }
 
 }  // namespace
 
+std::string BakeOptions::ChannelName() const {
+  if (normal) return *normal == host::NormalConvention::OpenGl ? "normal_gl" : "normal_dx";
+  return std::string(host::kChannelNames[static_cast<std::size_t>(channel)]);
+}
+
 void AddBakeOptions(CLI::App& app, BakeOptions& options) {
   app.add_option("materials", options.materials, "Material files")->required();
-  app.add_option("-o,--output", options.output,
-                 "The image; its extension (png, tif, exr, jpg) is its format. <material>, "
-                 "<channel>, <frame> and %04d stand for themselves. A file that is there is "
-                 "replaced. Default: <material>.png, or <material>.<frame>.png with --frames")
-      ->type_name("NAME");
-  app.add_option_function<std::string>(
-         "--size", [&options](const std::string& text) { SetSize(text, options.settings); },
-         "Pixels, each side from 1 to 65536; default 512x512")
-      ->type_name("WxH|N");
-  app.add_option("--samples", options.settings.samples,
-                 "Samples along one side of a pixel: N is the mean of N x N")
-      ->check(CLI::Range(1, host::kMostSamples))
+  CLI::Option* const plane = app.add_flag(
+      "--plane", options.plane, "Bake with a render around a unit square: solid noise, bump");
+  CLI::Option* const mesh =
+      app.add_option("--mesh", options.mesh,
+                     "Bake on the surface of a mesh (obj, ply, gltf, glb), into the chart of its "
+                     "texture coordinates")
+          ->type_name("FILE")
+          ->excludes(plane);
+  app.add_option("--uv-set", options.uvwSet, "Which of the mesh's coordinates, counted from 0")
+      ->check(CLI::Range(0, kMostUvwSets))
+      ->needs(mesh)
       ->type_name("N")
       ->capture_default_str();
-  CLI::Option* const time =
-      app.add_option_function<double>(
-             "--time", [&options](double seconds) { SetTime(seconds, options.settings); },
-             "Seconds of animation; default 0")
-          ->type_name("SECONDS");
-  CLI::Option* const frames =
-      app.add_option_function<std::string>(
-             "--frames", [&options](const std::string& text) { SetFrames(text, options.frames); },
-             "Bakes each frame from A to B, at the time frame / fps")
-          ->type_name("A-B")
-          ->excludes(time);
-  app.add_option("--fps", options.framesPerSecond, "Frames per second")
-      ->check(CLI::Range(1e-3, 1e6))
-      ->needs(frames)
+  app.add_flag("--udim", options.udim, "Bake a picture for each UDIM tile that the mesh reaches")
+      ->needs(mesh);
+  app.add_option("--gutter", options.gutter, "Texels around a chart that repeat its edge")
+      ->check(CLI::Range(0, kWidestGutter))
+      ->needs(mesh)
       ->type_name("N")
       ->capture_default_str();
   app.add_option_function<std::string>(
-         "--depth", [&options](const std::string& name) { options.depth = host::DepthNamed(name); },
-         "Bits of a value: 8 or 16 for png, 8, 16 or float for tif, half or float for exr, 8 for "
-         "jpg; default 8, for exr half")
-      ->check(CLI::IsMember({"8", "16", "half", "float"}));
-  app.add_option("--threads", options.threads, "Threads; 0 is one for each CPU")
-      ->check(CLI::Range(0, kMostThreads))
-      ->type_name("N")
-      ->capture_default_str();
-  AddImagesOption(app, options.imageFolders);
-  AddModuleOption(app, options.module);
-  AddProgressOption(app, options.progress);
-  app.add_flag("--json", options.json, "Print a JSON array of what was baked");
-  app.add_flag("--quiet", options.quiet, "Print errors only");
+         "--channel", [&options](const std::string& name) { options.channel = ChannelNamed(name); },
+         "The material channel that is baked; bump makes a normal map. Default: colour")
+      ->check(CLI::IsMember(ChannelNames()));
+  app.add_option_function<std::string>(
+         "--normal",
+         [&options](const std::string& name) {
+           options.normal =
+               name == "directx" ? host::NormalConvention::DirectX : host::NormalConvention::OpenGl;
+         },
+         "Bake the bump channel into a normal map whose green grows upwards (opengl, the default) "
+         "or downwards (directx)")
+      ->check(CLI::IsMember({"opengl", "directx"}));
+  AddPictureOptions(app, options.picture, kHelp);
+}
+
+tl::expected<void, std::string> SettleBakeOptions(BakeOptions& options) {
+  if (options.normal && options.channel == ChannelColour) options.channel = ChannelBump;
+  const bool isBump = options.channel == ChannelBump;
+  if (options.normal && !isBump) {
+    return tl::unexpected(
+        fmt::format("--normal: only the bump channel makes a normal map, not {}",
+                    host::kChannelNames[static_cast<std::size_t>(options.channel)]));
+  }
+  if (isBump && options.IsFlat()) {
+    return tl::unexpected(std::string("a normal map needs a surface: --plane or --mesh FILE"));
+  }
+  if (isBump && !options.normal) options.normal = host::NormalConvention::OpenGl;
+  return {};
 }
 
 }  // namespace sorvanix::cli

@@ -13,24 +13,27 @@ namespace sorvanix::cli {
 
 namespace {
 
-constexpr const char* kChannelName = "colour";
-
 std::string TemplateOf(const BakeOptions& options) {
-  if (!options.output.empty()) return options.output;
-  return options.frames ? "<material>.<frame>.png" : "<material>.png";
+  if (!options.picture.output.empty()) return options.picture.output;
+  std::string name = "<material>";
+  if (options.channel != ChannelColour) name += "_<channel>";
+  if (options.picture.frames) name += ".<frame>";
+  if (options.udim) name += ".<UDIM>";
+  return name + ".png";
 }
 
-std::vector<PlannedOutput> OutputsOf(const BakeOptions& options, const std::string& nameTemplate,
-                                     const std::string& material) {
-  NameParts parts = {host::Utf8FromPath(host::PathFromUtf8(material).stem()), kChannelName, {}};
-  const auto output = [&](float time) {
-    return PlannedOutput{host::PathFromUtf8(FillName(nameTemplate, parts)), {}, parts.frame, time};
-  };
-  if (!options.frames) return {output(options.settings.time)};
-  std::vector<PlannedOutput> outputs;
-  for (int frame = options.frames->first; frame <= options.frames->last; ++frame) {
-    parts.frame = frame;
-    outputs.push_back(output(static_cast<float>(frame / options.framesPerSecond)));
+std::vector<PlannedPicture> OutputsOf(const BakeOptions& options, const std::string& nameTemplate,
+                                      const std::string& material,
+                                      const std::vector<std::optional<host::UvTile>>& tiles) {
+  NameParts parts = {.material = host::Utf8FromPath(host::PathFromUtf8(material).stem()),
+                     .channel = options.ChannelName()};
+  std::vector<PlannedPicture> outputs;
+  for (const FrameTime& at : options.picture.Frames()) {
+    parts.frame = at.frame;
+    for (const std::optional<host::UvTile>& tile : tiles) {
+      if (tile) parts.udim = tile->Udim();
+      outputs.push_back({host::PathFromUtf8(FillName(nameTemplate, parts)), {}, at, tile});
+    }
   }
   return outputs;
 }
@@ -43,23 +46,38 @@ bool IsMaterial(const std::filesystem::path& output, const std::vector<std::stri
   });
 }
 
-}  // namespace
-
-tl::expected<BakePlan, std::string> PlanBake(const BakeOptions& options) {
-  const std::string nameTemplate = TemplateOf(options);
-  if (options.frames && options.frames->first != options.frames->last &&
-      !HasFrameToken(nameTemplate)) {
+tl::expected<void, std::string> CheckTokens(const BakeOptions& options,
+                                            const std::string& nameTemplate) {
+  const auto& frames = options.picture.frames;
+  if (frames && frames->first != frames->last && !HasFrameToken(nameTemplate)) {
     return tl::unexpected(
         fmt::format("--output: {}: several frames need <frame> or %04d in the name", nameTemplate));
   }
+  if (options.udim && !HasUdimToken(nameTemplate)) {
+    return tl::unexpected(
+        fmt::format("--output: {}: --udim needs <UDIM> in the name", nameTemplate));
+  }
+  return {};
+}
+
+}  // namespace
+
+tl::expected<BakePlan, std::string> PlanBake(const BakeOptions& options,
+                                             const std::vector<host::UvTile>& tiles) {
+  const std::string nameTemplate = TemplateOf(options);
+  if (const auto tokens = CheckTokens(options, nameTemplate); !tokens) {
+    return tl::unexpected(tokens.error());
+  }
+  std::vector<std::optional<host::UvTile>> wanted(tiles.begin(), tiles.end());
+  if (!options.udim) wanted = {std::nullopt};
   BakePlan plan;
   std::map<std::filesystem::path, std::string> madeFrom;
   for (const std::string& material : options.materials) {
-    plan.push_back(OutputsOf(options, nameTemplate, material));
-    for (PlannedOutput& output : plan.back()) {
-      const auto format = host::ChooseImageFormat(output.file, options.depth);
-      if (!format) return tl::unexpected(fmt::format("--output: {}", format.error()));
-      output.format = *format;
+    plan.push_back(OutputsOf(options, nameTemplate, material, wanted));
+    for (PlannedPicture& output : plan.back()) {
+      if (const auto format = ChooseFormat(output, options.picture); !format) {
+        return tl::unexpected(format.error());
+      }
       if (IsMaterial(output.file, options.materials)) {
         return tl::unexpected(fmt::format("--output: {}: this is a material to be baked",
                                           host::Utf8FromPath(output.file)));

@@ -1,15 +1,12 @@
 #include "apps/sorvanix/bake_run.h"
 
 #include <fmt/format.h>
-#include <sorvanix/ids.h>
 
 #include "apps/sorvanix/material_input.h"
 #include "apps/sorvanix/program.h"
 #include "apps/sorvanix/report.h"
 #include "host/bake/temporary_file.h"
 #include "host/channels/material_shader.h"
-#include "host/images/image_writer.h"
-#include "host/noise/noise_services.h"
 #include "host/services/filenames.h"
 #include "host/services/json_numbers.h"
 
@@ -19,39 +16,52 @@ namespace {
 
 using host::Json;
 
-// What an image file tells of its making. Its "material" is a material file again.
-std::string RecipeOf(const host::MaterialNode& material, const host::FlatBakeSettings& settings) {
-  const Json recipe(Json::Object{
-      {"material", JsonOf(material)},
-      {"channel", Json(std::string("colour"))},
-      {"size", Json(Json::Array{host::JsonOf(settings.width), host::JsonOf(settings.height)})},
-      {"samples", host::JsonOf(settings.samples)},
-      {"time", host::JsonOf(settings.time)}});
-  return host::WriteJson(recipe, -1);
+Json Text(std::string text) { return Json(std::move(text)); }
+
+// What tells a bake on a surface from a flat one.
+void AddSurface(Json::Object& recipe, const BakeOptions& options, const PlannedPicture& output) {
+  if (options.plane) {
+    recipe.push_back({"surface", Text("plane")});
+  } else {
+    recipe.push_back({"surface", Text("mesh")});
+    recipe.push_back({"mesh", Text(options.mesh)});
+    recipe.push_back({"uvSet", host::JsonOf(options.uvwSet)});
+    recipe.push_back({"gutter", host::JsonOf(options.gutter)});
+    if (output.tile) recipe.push_back({"udim", host::JsonOf(output.tile->Udim())});
+  }
 }
 
-void InstallServices(host::HostTables& tables) {
-  host::InstallNoiseServices(tables.render);
-  host::InstallChannelLinks(tables.channel, tables.stream);
-  host::InstallBitmaps(tables.bitmap);
+// What an image file tells of its making. Its "material" is a material file again.
+std::string RecipeOf(const host::MaterialNode& material, const BakeOptions& options,
+                     const PlannedPicture& output) {
+  Json::Object recipe = {
+      {"material", JsonOf(material)},
+      {"channel", Text(options.ChannelName())},
+      {"size", Json(Json::Array{host::JsonOf(options.Width()), host::JsonOf(options.Height())})},
+      {"samples", host::JsonOf(options.picture.samples)},
+      {"time", host::JsonOf(output.at.time)}};
+  if (!options.IsFlat()) AddSurface(recipe, options, output);
+  return host::WriteJson(Json(std::move(recipe)), -1);
 }
 
 }  // namespace
 
-BakeRun::BakeRun(const BakeOptions& options, const std::filesystem::path& modulePath,
-                 const host::ShaderCatalogue& catalogue, const std::atomic<bool>& cancelled)
+BakeRun::BakeRun(const BakeOptions& options, const BakedMesh& mesh,
+                 const std::filesystem::path& modulePath, const host::ShaderCatalogue& catalogue,
+                 const std::atomic<bool>& cancelled)
     : options_(options),
+      mesh_(mesh),
       modulePath_(modulePath),
       catalogue_(catalogue),
       cancelled_(cancelled),
-      progress_(options.quiet ? "none" : options.progress) {}
+      progress_(options.picture.quiet ? "none" : options.picture.progress) {}
 
 ExitCode BakeRun::Run(const BakePlan& plan) {
   for (std::size_t i = 0; i < plan.size() && !Cancelled(); ++i) {
     BakeMaterial(options_.materials[i], plan[i]);
   }
   progress_.End();
-  if (options_.json) Print(host::WriteJson(Json(std::move(report_))) + '\n');
+  if (options_.picture.json) Print(host::WriteJson(Json(std::move(report_))) + '\n');
   if (Cancelled()) {
     Complain("cancelled");
     return ExitCode::Cancelled;
@@ -59,11 +69,11 @@ ExitCode BakeRun::Run(const BakePlan& plan) {
   return tally_.Result();
 }
 
-void BakeRun::BakeMaterial(const std::string& file, const std::vector<PlannedOutput>& outputs) {
+void BakeRun::BakeMaterial(const std::string& file, const std::vector<PlannedPicture>& outputs) {
   const MaterialInput input =
-      LoadMaterial(host::PathFromUtf8(file), catalogue_, options_.imageFolders);
+      LoadMaterial(host::PathFromUtf8(file), catalogue_, options_.picture.imageFolders);
   if (input.code != ExitCode::Done) return Fail(file, {input.code, input.error});
-  if (!options_.quiet) {
+  if (!options_.picture.quiet) {
     for (const host::MaterialProblem& warning : input.reading.Warnings()) {
       Warn(Describe(host::PathFromUtf8(file), warning));
     }
@@ -72,90 +82,66 @@ void BakeRun::BakeMaterial(const std::string& file, const std::vector<PlannedOut
   if (const auto probe = host::TemporaryFile::Create(outputs.front().file); !probe) {
     return Fail(file, {ExitCode::FileTrouble, probe.error()});
   }
-  for (const PlannedOutput& output : outputs) {
+  for (const PlannedPicture& output : outputs) {
     // What stops one frame would stop the next one too.
-    if (const auto failure = BakeOutput(file, *input.reading.material, output)) {
-      return Fail(file, *failure);
+    if (const auto baked = BakeOutput(file, *input.reading.material, output); !baked) {
+      return Fail(file, baked.error());
     }
     if (Cancelled()) return;
   }
 }
 
-// Only when something is to be baked; afresh when the state of its random numbers counts.
-std::optional<BakeRun::Failure> BakeRun::LoadModule(bool afresh) {
-  if (afresh) {
-    links_.reset();
-    module_.reset();
+tl::expected<void, Failure> BakeRun::BakeOutput(const std::string& materialFile,
+                                                const host::MaterialNode& material,
+                                                const PlannedPicture& output) {
+  const std::string recipe = RecipeOf(material, options_, output);
+  if (options_.picture.resume && IsFinished(output, recipe)) {
+    tally_.Succeed();
+    return {};
   }
-  if (module_) return std::nullopt;
-  if (!host_) host_.emplace(host::HostOptions{.services = {InstallServices}});
-  auto module = host::Module::Load(*host_, modulePath_);
-  if (!module) return Failure{ExitCode::NoModule, module.error()};
-  module_.emplace(std::move(*module));
-  links_.emplace(module_->Shaders());
-  return std::nullopt;
-}
-
-std::optional<BakeRun::Failure> BakeRun::BakeOutput(const std::string& materialFile,
-                                                    const host::MaterialNode& material,
-                                                    const PlannedOutput& output) {
   // Equal bakes give equal bytes: random numbers come from a new start and in one order.
   const bool isRandom = DrawsRandomNumbers(material);
-  if (auto failure = LoadModule(isRandom)) return failure;
-  auto shader = MakeShader(*module_, material, ChannelColour);
-  if (!shader) return Failure{ExitCode::NoModule, shader.error()};
+  if (auto loaded = module_.Load(modulePath_, isRandom); !loaded) {
+    return tl::unexpected(loaded.error());
+  }
+  auto shader = MakeShader(*module_, material, options_.channel);
+  if (!shader) return tl::unexpected(Failure{ExitCode::NoModule, shader.error()});
 
-  host::FlatBakeSettings settings = options_.settings;
-  settings.time = output.time;
   progress_.Begin(host::Utf8FromPath(output.file));
   const host::TaskOptions task = {
-      .threads = isRandom ? 1 : options_.threads,
+      .threads = isRandom ? 1 : options_.picture.threads,
       .cancelled = &cancelled_,
       .progress = [this](int done, int total) { progress_.Update(done, total); }};
-  const auto image = host::BakeFlat(
-      [&shader](ChannelSample& sample) { return shader->Output(sample); }, settings, task);
-  if (!image) return std::nullopt;  // cancelled
-  auto failure = WriteOutput(materialFile, material, *image, settings, output);
+  const auto baked = BakePicture(*shader, options_, mesh_, output, task);
   progress_.End();
-  return failure;
+  if (!baked) return tl::unexpected(baked.error());
+  if (!baked->image) return {};  // cancelled
+  if (!options_.picture.quiet) {
+    for (const std::string& warning : baked->warnings) Warn(warning);
+  }
+  const auto hash = WritePicture(
+      output, *baked->image,
+      {.program = kProgramName, .recipe = recipe, .isColour = !options_.normal}, cancelled_);
+  if (!hash) return tl::unexpected(hash.error());
+  if (*hash) Succeed(materialFile, output, **hash);
+  return {};
 }
 
-std::optional<BakeRun::Failure> BakeRun::WriteOutput(const std::string& materialFile,
-                                                     const host::MaterialNode& material,
-                                                     const host::Image& image,
-                                                     const host::FlatBakeSettings& settings,
-                                                     const PlannedOutput& output) {
-  auto file = host::TemporaryFile::Create(output.file);
-  if (!file) return Failure{ExitCode::FileTrouble, file.error()};
-  const auto hash = host::WriteImage(file->Path(), image, output.format,
-                                     {kProgramName, RecipeOf(material, settings)});
-  if (!hash) {
-    return Failure{
-        ExitCode::FileTrouble,
-        fmt::format("{}: cannot be written: {}", host::Utf8FromPath(output.file), hash.error())};
-  }
-  if (Cancelled()) return std::nullopt;
-  if (const auto committed = file->Commit(); !committed) {
-    return Failure{ExitCode::FileTrouble, committed.error()};
-  }
-  Succeed(materialFile, output, settings, *hash);
-  return std::nullopt;
-}
-
-void BakeRun::Succeed(const std::string& materialFile, const PlannedOutput& output,
-                      const host::FlatBakeSettings& settings, const std::string& hash) {
+void BakeRun::Succeed(const std::string& materialFile, const PlannedPicture& output,
+                      const std::string& hash) {
   progress_.End();
   tally_.Succeed();
   const std::string name = host::Utf8FromPath(output.file);
-  if (!options_.quiet && !options_.json) Print(name + '\n');
+  if (!options_.picture.quiet && !options_.picture.json) Print(name + '\n');
   Json::Object entry = {{"material", Json(materialFile)},
                         {"output", Json(name)},
-                        {"width", host::JsonOf(settings.width)},
-                        {"height", host::JsonOf(settings.height)},
+                        {"width", host::JsonOf(options_.Width())},
+                        {"height", host::JsonOf(options_.Height())},
                         {"depth", Json(std::string(NameOf(output.format.depth)))},
-                        {"time", host::JsonOf(settings.time)},
+                        {"time", host::JsonOf(output.at.time)},
                         {"pixelHash", Json(hash)}};
-  if (output.frame) entry.push_back({"frame", host::JsonOf(*output.frame)});
+  if (output.at.frame) entry.push_back({"frame", host::JsonOf(*output.at.frame)});
+  if (output.tile) entry.push_back({"udim", host::JsonOf(output.tile->Udim())});
   report_.push_back(Json(std::move(entry)));
 }
 

@@ -2,6 +2,10 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
 namespace sorvanix::cli {
 
 namespace {
@@ -23,24 +27,27 @@ std::size_t FrameFormat(std::string_view text, std::size_t& digits) {
 }  // namespace
 
 std::string FillName(std::string_view nameTemplate, const NameParts& parts) {
-  constexpr std::string_view kMaterial = "<material>";
-  constexpr std::string_view kChannel = "<channel>";
-  constexpr std::string_view kFrame = "<frame>";
+  const auto text = [](std::optional<int> number, std::size_t digits) {
+    return number ? std::optional(fmt::format("{:0{}}", *number, digits)) : std::nullopt;
+  };
+  const std::pair<std::string_view, std::optional<std::string>> tokens[] = {
+      {"<material>", parts.material},
+      {"<channel>", parts.channel},
+      {"<scene>", parts.scene},
+      {"<frame>", text(parts.frame, 4)},
+      {"<UDIM>", text(parts.udim, 4)}};
   std::string name;
   while (!nameTemplate.empty()) {
+    const auto* const token =
+        std::find_if(std::begin(tokens), std::end(tokens),
+                     [&](const auto& t) { return t.second && nameTemplate.starts_with(t.first); });
     std::size_t digits = 0;
-    if (nameTemplate.starts_with(kMaterial)) {
-      name += parts.material;
-      nameTemplate.remove_prefix(kMaterial.size());
-    } else if (nameTemplate.starts_with(kChannel)) {
-      name += parts.channel;
-      nameTemplate.remove_prefix(kChannel.size());
-    } else if (parts.frame && nameTemplate.starts_with(kFrame)) {
-      name += fmt::format("{:04}", *parts.frame);
-      nameTemplate.remove_prefix(kFrame.size());
+    if (token != std::end(tokens)) {
+      name += *token->second;
+      nameTemplate.remove_prefix(token->first.size());
     } else if (const std::size_t length = FrameFormat(nameTemplate, digits);
                parts.frame && length != 0) {
-      name += fmt::format("{:0{}}", *parts.frame, digits);
+      name += *text(parts.frame, digits);
       nameTemplate.remove_prefix(length);
     } else {
       name += nameTemplate.front();
@@ -52,6 +59,10 @@ std::string FillName(std::string_view nameTemplate, const NameParts& parts) {
 
 bool HasFrameToken(std::string_view nameTemplate) {
   return FillName(nameTemplate, {.frame = 0}) != FillName(nameTemplate, {.frame = 1});
+}
+
+bool HasUdimToken(std::string_view nameTemplate) {
+  return FillName(nameTemplate, {.udim = 1}) != FillName(nameTemplate, {.udim = 2});
 }
 
 }  // namespace sorvanix::cli

@@ -26,6 +26,7 @@ constexpr Verb kVerbs[] = {
     {"validate", "Checks material files", DeclareValidate},
     {"schema", "Prints the JSON Schema of material files", DeclareSchema},
     {"bake", "Bakes materials into images", DeclareBake},
+    {"render", "Renders a scene into an image", DeclareRender},
     {"info", "Tells what an image holds and how it was made", DeclareInfo},
 };
 
@@ -68,7 +69,7 @@ std::optional<ExitCode> Parse(CLI::App& app, int argumentCount, char** arguments
 }
 
 ExitCode Run(int argumentCount, char** arguments) {
-  CLI::App app("Bakes procedural materials without their host.", "sorvanix");
+  CLI::App app("Bakes and renders procedural materials without their host.", "sorvanix");
   app.set_version_flag("--version", kProgramName, "Print the version and exit");
   app.set_help_flag("-h,--help", "Print this help and exit");
   app.footer(kFooter);

@@ -26,6 +26,7 @@ VerbAction DeclareBake(CLI::App& app);
 VerbAction DeclareDescribe(CLI::App& app);
 VerbAction DeclareInfo(CLI::App& app);
 VerbAction DeclareList(CLI::App& app);
+VerbAction DeclareRender(CLI::App& app);
 VerbAction DeclareSchema(CLI::App& app);
 VerbAction DeclareValidate(CLI::App& app);
 

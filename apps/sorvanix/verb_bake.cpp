@@ -1,7 +1,5 @@
-// sorvanix bake: materials into images, flat over the unit square of texture coordinates.
-#include <fmt/format.h>
-#include <unistd.h>
-
+// sorvanix bake: materials into images, flat over the unit square of texture coordinates or on the
+// surface of a plane or a mesh.
 #include <CLI/App.hpp>
 #include <memory>
 
@@ -17,35 +15,28 @@ namespace sorvanix::cli {
 
 namespace {
 
-// A picture that does not fit the memory would end the program without a word, or the machine's
-// patience.
-std::string MemoryShortage(const host::FlatBakeSettings& settings) {
-  const double machine =
-      static_cast<double>(::sysconf(_SC_PHYS_PAGES)) * static_cast<double>(::sysconf(_SC_PAGESIZE));
-  const auto needed = static_cast<double>(host::BakedBytes(settings));
-  constexpr double kGigabyte = 1e9;
-  if (needed <= machine) return {};
-  return fmt::format("a picture of {}x{} takes {:.1f} GB of memory, this machine has {:.1f}",
-                     settings.width, settings.height, needed / kGigabyte, machine / kGigabyte);
-}
-
-ExitCode Bake(const BakeOptions& options) {
-  const auto plan = PlanBake(options);
-  if (!plan) {
-    Complain(plan.error());
+ExitCode Bake(BakeOptions& options) {
+  const auto usage = [](const std::string& error) {
+    Complain(error);
     return ExitCode::Usage;
+  };
+  if (const auto settled = SettleBakeOptions(options); !settled) return usage(settled.error());
+  const std::string shortage = MemoryShortage(options.Width(), options.Height());
+  if (!shortage.empty()) return usage(shortage);
+  const auto mesh = LoadBakedMesh(options);
+  if (!mesh) {
+    Complain(mesh.error().message);
+    return mesh.error().code;
   }
-  if (const std::string shortage = MemoryShortage(options.settings); !shortage.empty()) {
-    Complain(shortage);
-    return ExitCode::Usage;
-  }
-  const auto modulePath = FindModule(options.module);
+  const auto plan = PlanBake(options, mesh->tiles);
+  if (!plan) return usage(plan.error());
+  const auto modulePath = FindModule(options.picture.module);
   const auto catalogue = modulePath.and_then(LoadCatalogue);
   if (!catalogue) {
     Complain(catalogue.error());
     return ExitCode::NoModule;
   }
-  return BakeRun(options, *modulePath, *catalogue, WatchSignals()).Run(*plan);
+  return BakeRun(options, *mesh, *modulePath, *catalogue, WatchSignals()).Run(*plan);
 }
 
 }  // namespace

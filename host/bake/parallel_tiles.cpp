@@ -9,9 +9,18 @@
 namespace sorvanix::host {
 
 bool RunTiles(int count, const TaskOptions& options, const std::function<void(int tile)>& work) {
+  return RunTilesOnWorkers(count, options, [&](int tile, int) { work(tile); });
+}
+
+int WorkerCount(int count, const TaskOptions& options) {
   const int wanted =
       options.threads > 0 ? options.threads : static_cast<int>(std::thread::hardware_concurrency());
-  const int threads = std::clamp(wanted, 1, std::max(count, 1));
+  return std::clamp(wanted, 1, std::max(count, 1));
+}
+
+bool RunTilesOnWorkers(int count, const TaskOptions& options,
+                       const std::function<void(int tile, int worker)>& work) {
+  const int threads = WorkerCount(count, options);
 
   std::atomic<int> next = 0;
   std::mutex mutex;
@@ -19,11 +28,11 @@ bool RunTiles(int count, const TaskOptions& options, const std::function<void(in
   int done = 0;  // guarded by the mutex, as is `running`
   int running = threads;
 
-  const auto worker = [&] {
+  const auto worker = [&](int index) {
     while (!options.Cancelled()) {
       const int tile = next.fetch_add(1, std::memory_order_relaxed);
       if (tile >= count) break;
-      work(tile);
+      work(tile, index);
       const std::lock_guard lock(mutex);
       ++done;
       changed.notify_one();
@@ -34,7 +43,7 @@ bool RunTiles(int count, const TaskOptions& options, const std::function<void(in
   };
 
   std::vector<std::jthread> workers;
-  for (int i = 0; i < threads; ++i) workers.emplace_back(worker);
+  for (int i = 0; i < threads; ++i) workers.emplace_back(worker, i);
 
   std::unique_lock lock(mutex);
   int told = 0;

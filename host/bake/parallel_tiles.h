@@ -23,4 +23,12 @@ struct TaskOptions {
 /// false: then some tiles were never worked on.
 bool RunTiles(int count, const TaskOptions& options, const std::function<void(int tile)>& work);
 
+/// How many threads RunTilesOnWorkers uses for so many tiles: at least 1.
+int WorkerCount(int count, const TaskOptions& options);
+
+/// The same for work that keeps a state for each thread: `worker` is below WorkerCount, and no two
+/// calls with one worker overlap.
+bool RunTilesOnWorkers(int count, const TaskOptions& options,
+                       const std::function<void(int tile, int worker)>& work);
+
 }  // namespace sorvanix::host

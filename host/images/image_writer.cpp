@@ -94,11 +94,16 @@ std::size_t LongestDescription(FileFormat format) {
   }
 }
 
+const char* ColourSpaceOf(const Provenance& provenance) {
+  return provenance.isColour ? "sRGB" : "raw";
+}
+
 // All formats keep a description; of attributes of our own and of the colour space, some do not.
 std::string DescriptionOf(const Provenance& provenance, const std::string& hash,
                           std::size_t longest) {
-  const std::string facts = fmt::format(R"("program":{},"colourSpace":"sRGB","pixelHash":"{}")",
-                                        WriteJson(Json(provenance.program), -1), hash);
+  const std::string facts =
+      fmt::format(R"("program":{},"colourSpace":"{}","pixelHash":"{}")",
+                  WriteJson(Json(provenance.program), -1), ColourSpaceOf(provenance), hash);
   const std::string whole = fmt::format(R"({{{},"recipe":{}}})", facts, provenance.recipe);
   return whole.size() <= longest ? whole : fmt::format("{{{}}}", facts);
 }
@@ -107,7 +112,12 @@ void SetProvenance(OIIO::ImageSpec& spec, FileFormat format, const Provenance& p
                    const std::string& hash) {
   // Formats stamp the current time unless one is set, and equal runs must give equal bytes.
   spec.attribute("DateTime", "1970:01:01 00:00:00");
-  spec.attribute("oiio:ColorSpace", "sRGB");
+  if (format == FileFormat::Tiff && !provenance.isColour) {
+    // The library fails on an Exif directory without entries; 65535 is "uncalibrated".
+    spec.attribute("Exif:ColorSpace", 65535);
+  } else {
+    spec.attribute("oiio:ColorSpace", ColourSpaceOf(provenance));
+  }
   spec.attribute("Software", provenance.program);
   spec.attribute("sorvanix:program", provenance.program);
   spec.attribute("sorvanix:recipe", provenance.recipe);

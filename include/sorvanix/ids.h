@@ -5,6 +5,8 @@
 #ifndef SORVANIX_IDS_H
 #define SORVANIX_IDS_H
 
+#include <stdint.h>
+
 /* The oldest hosts that may attach, and start, the module; the API that it is written for. */
 enum {
   HostVersionAttach = 7000,

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <atomic>
+#include <mutex>
 #include <thread>
 #include <vector>
 
@@ -50,6 +53,27 @@ TEST(ParallelTiles, ATaskCancelledBeforeItBeginsDoesNothing) {
   const std::atomic<bool> cancelled = true;
   const TaskOptions options = {.threads = 8, .cancelled = &cancelled};
   EXPECT_FALSE(RunTiles(10, options, [](int) { FAIL(); }));
+}
+
+TEST(ParallelTiles, AWorkerIsOneThread) {
+  const TaskOptions options = {.threads = 4};
+  ASSERT_EQ(WorkerCount(200, options), 4);
+  std::array<std::mutex, 4> busy;
+  std::array<std::thread::id, 4> thread;
+  EXPECT_TRUE(RunTilesOnWorkers(200, options, [&](int, int worker) {
+    const auto index = static_cast<std::size_t>(worker);
+    ASSERT_LT(index, 4u);
+    const std::unique_lock alone(busy[index], std::try_to_lock);
+    ASSERT_TRUE(alone.owns_lock());
+    if (thread[index] == std::thread::id()) thread[index] = std::this_thread::get_id();
+    EXPECT_EQ(thread[index], std::this_thread::get_id());
+  }));
+}
+
+TEST(ParallelTiles, ThereAreNoMoreWorkersThanTiles) {
+  EXPECT_EQ(WorkerCount(3, {.threads = 8}), 3);
+  EXPECT_EQ(WorkerCount(0, {.threads = 8}), 1);
+  EXPECT_GE(WorkerCount(1000, {}), 1);
 }
 
 }  // namespace

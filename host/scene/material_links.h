@@ -1,0 +1,24 @@
+// From what a scene file says of a channel to the shaders that fill it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/scene/scene.h"
+
+namespace sorvanix::host {
+
+/// The link of a channel, made empty when there is none. Throws std::bad_alloc.
+Link& LinkOf(MaterialChannel& channel);
+
+/// Makes the links of all channels that have a graph and no link yet, takes back what their shaders
+/// once wrote, and tells every outermost shader the number of its channel. To be called before a
+/// render, while LinkedShaders knows the module's. The answers are what could not be made, one line
+/// each: such a channel has no link.
+std::vector<std::string> LinkMaterials(Scene& scene);
+
+/// Keeps what the outermost shaders of all links store of themselves, for saving the scene. A shader
+/// that stores nothing keeps the state that it was given. Throws std::bad_alloc.
+void StoreStates(Scene& scene);
+
+}  // namespace sorvanix::host

@@ -1,0 +1,179 @@
+#include "host/scene/scene_reader.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "host/channels/material_value.h"
+
+namespace sorvanix::host {
+namespace {
+
+/// More would not be read by anyone, and each costs a walk through the text for its position.
+constexpr std::size_t kMostProblems = 100;
+
+/// What is wrong with a number by the field's rule; empty for nothing.
+std::string BeyondLimits(double number, const FieldRule& rule) {
+  if (rule.least && number < *rule.least) {
+    return fmt::format("{} is below the least value, {}", number, *rule.least);
+  }
+  if (rule.greatest && number > *rule.greatest) {
+    return fmt::format("{} is above the greatest value, {}", number, *rule.greatest);
+  }
+  return {};
+}
+
+}  // namespace
+
+SceneReading SceneReader::Read() {
+  const auto json = ParseJson(text_);
+  if (json) {
+    scene_ = std::make_unique<Scene>();
+    scene_->file = file_;
+    ReadScene({*json, {}});
+  } else {
+    Json place;
+    place.offset = json.error().offset;
+    Fail({place, {}}, json.error().message);
+  }
+  if (failed_) scene_ = nullptr;
+  std::stable_sort(found_.begin(), found_.end(), [](const Found& first, const Found& second) {
+    return first.offset < second.offset;
+  });
+  SceneReading reading = {.scene = std::move(scene_), .problems = {}};
+  for (Found& found : found_) reading.problems.push_back(std::move(found.problem));
+  return reading;
+}
+
+void SceneReader::ReadScene(const Place& place) {
+  if (Members(place, "a scene") == nullptr || !CheckFormat(place)) return;
+  std::vector<std::string_view> names = {"format", "version",   "$schema",
+                                         "camera", "materials", "objects"};
+  AddNames(FieldsOfScenes(), names);
+  CheckNames(place, "part of a scene", names);
+  ReadFields(place, FieldsOfScenes(), *scene_);
+  if (const Json* camera = Find(place, "camera")) ReadCamera(Below(place, "camera", *camera));
+  ReadMaterials(place);
+  ForEach(place, "objects", [&](const Place& item) { ReadObject(item, scene_->root); });
+}
+
+bool SceneReader::CheckFormat(const Place& place) {
+  const Json* format = Find(place, "format");
+  const auto* name = format != nullptr ? std::get_if<std::string>(&format->value) : nullptr;
+  if (name == nullptr || *name != kSceneFormat) {
+    Fail(place, fmt::format("\"format\" must be \"{}\"", kSceneFormat));
+    return false;
+  }
+  const Json* version = Find(place, "version");
+  const auto* number = version != nullptr ? std::get_if<std::int64_t>(&version->value) : nullptr;
+  if (number == nullptr || *number != kSceneVersion) {
+    Fail(version != nullptr ? Below(place, "version", *version) : place,
+         fmt::format("\"version\" must be {}", kSceneVersion));
+    return false;
+  }
+  return true;
+}
+
+void SceneReader::ReadCamera(const Place& place) {
+  if (Members(place, "a camera") == nullptr) return;
+  std::vector<std::string_view> names = {"target"};
+  AddNames(FieldsOfCameras(), names);
+  CheckNames(place, "field of a camera", names);
+  ReadFields(place, FieldsOfCameras(), scene_->camera);
+  ReadTarget(place, scene_->camera.transform);
+}
+
+void SceneReader::ReadTarget(const Place& place, Transform& transform) {
+  const Json* given = Find(place, "target");
+  if (given == nullptr) return;
+  const Place below = Below(place, "target", *given);
+  if (Find(place, "rotation") != nullptr) {
+    Fail(below, "\"target\" and \"rotation\" exclude one another");
+    return;
+  }
+  ShaderParameter parameter;
+  parameter.type = ParameterType::Vector;
+  if (const auto value = ReadValue(below, parameter, {})) {
+    const auto& target = std::get<Vector>(*value);
+    transform.rotation =
+        AnglesTowards({target.x - transform.position.x, target.y - transform.position.y,
+                       target.z - transform.position.z});
+  }
+}
+
+const Json::Object* SceneReader::Members(const Place& place, std::string_view what) {
+  const auto* members = std::get_if<Json::Object>(&place.json.value);
+  if (members == nullptr) {
+    Fail(place, fmt::format("expected an object, {}, found {}", what, KindOf(place.json)));
+  }
+  return members;
+}
+
+SceneReader::Place SceneReader::Below(const Place& place, std::string_view name, const Json& json) {
+  std::string pointer = place.pointer + '/';
+  for (const char c : name) {  // escaped as RFC 6901 tells
+    if (c == '~' || c == '/') {
+      pointer += c == '~' ? "~0" : "~1";
+    } else {
+      pointer += c;
+    }
+  }
+  return {json, std::move(pointer)};
+}
+
+std::optional<ParameterValue> SceneReader::ReadValue(const Place& place,
+                                                     const ShaderParameter& parameter,
+                                                     const FieldRule& rule) {
+  auto value = ReadParameterValue(parameter, place.json);
+  std::string problem;
+  if (!value) {
+    problem = value.error();
+  } else if (!value->warning.empty()) {  // none of the choices
+    problem = value->warning;
+  } else if (const auto* real = std::get_if<float>(&value->value)) {
+    problem = BeyondLimits(*real, rule);
+  } else if (const auto* integer = std::get_if<std::int32_t>(&value->value)) {
+    problem = BeyondLimits(*integer, rule);
+  }
+  if (problem.empty()) return std::move(value->value);
+  Fail(place, std::move(problem));
+  return std::nullopt;
+}
+
+void SceneReader::CheckNames(const Place& place, std::string_view what,
+                             const std::vector<std::string_view>& names) {
+  for (const JsonMember& member : std::get<Json::Object>(place.json.value)) {
+    if (std::find(names.begin(), names.end(), member.name) != names.end()) continue;
+    Fail(Below(place, member.name, member.value), UnknownName(what, member.name, names));
+  }
+}
+
+void SceneReader::Fail(const Place& place, std::string message) {
+  failed_ = true;
+  if (found_.size() >= kMostProblems) return;
+  AddProblem(place, {.file = {},
+                     .pointer = place.pointer,
+                     .position = PositionIn(text_, place.json.offset),
+                     .message = std::move(message)});
+}
+
+void SceneReader::AddProblem(const Place& place, SceneProblem problem) {
+  failed_ = failed_ || problem.isError;
+  found_.push_back({place.json.offset, std::move(problem)});
+}
+
+SceneReading ReadScene(std::string_view text, const std::filesystem::path& file,
+                       const SceneReadingOptions& options) {
+  return SceneReader(text, file, options).Read();
+}
+
+SceneReading LoadScene(const std::filesystem::path& file, const SceneReadingOptions& options) {
+  const auto text = ReadMaterialText(file);
+  if (text) return ReadScene(*text, file, options);
+  SceneReading reading;
+  reading.problems.push_back({.file = {}, .pointer = {}, .position = {}, .message = text.error()});
+  return reading;
+}
+
+}  // namespace sorvanix::host
