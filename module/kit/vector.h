@@ -48,6 +48,11 @@ constexpr Vector Scale(const Vector& v, float s) { return Scale(s, v); }
 /// v *= s.
 constexpr void ScaleInPlace(Vector& v, float s) { v = Scale(s, v); }
 
+/// a times b by component: a light of one colour on a surface of another.
+constexpr Vector Product(const Vector& a, const Vector& b) {
+  return ByComponent([](float p, float q) { return p * q; }, a, b);
+}
+
 /// s added to every component of v.
 constexpr Vector OffsetAll(float s, const Vector& v) {
   return ByComponent([s](float p) { return s + p; }, v);

@@ -156,7 +156,7 @@ int main(int argumentCount, char** arguments) {
   const Json strings = Json::parse(texts);
   Json document = {{"format", "sorvanix-shaders"}, {"version", 1}, {"shaders", Json::array()}};
   for (const RegistryRow& row : sorvanix::ShaderRegistry()) {
-    if (row.table != nullptr) document["shaders"].push_back(ShaderOf(row, strings));
+    document["shaders"].push_back(ShaderOf(row, strings));
   }
   std::ofstream file(arguments[2]);
   file << document.dump(2) << '\n';

@@ -90,7 +90,8 @@ std::int32_t CopyBlock(const ShaderTable& table, const ShaderInstance* source,
   if (from == nullptr || to == nullptr) return 0;
   if (from != to) {
     if (table.copyRule == CopyRule::WholeBlock) {
-      std::memcpy(to, from, table.blockSize);
+      std::memcpy(&MemberAt<char>(to, table.copyStart), &MemberAt<char>(from, table.copyStart),
+                  table.blockSize - table.copyStart);
     } else if (!ReplaceByCopy(table, from, to)) {
       return 0;
     }

@@ -179,4 +179,9 @@ inline void hostAreaLight(const RenderContext* render, const LightRecord* light,
   hostCall(hostApi.render, &RenderTable::areaLight, render, light, value, &ray, side, &point, &sum);
 }
 
+/// A smooth curve through equally spaced values, read at 0..1.
+inline float hostSplineLookup(float value, const float* table, std::int32_t count) noexcept {
+  return hostCall(hostApi.render, &RenderTable::splineLookup, 0.0f, value, table, count);
+}
+
 }  // namespace sorvanix

@@ -28,7 +28,7 @@ bool IsFilterAware(std::int32_t pluginId) noexcept {
 
 void MarkNested(ChannelLink* link) noexcept {
   const RegistryRow* row = RowOf(hostChannelPluginId(link));
-  if (row == nullptr || row->nesting == Nesting::None || row->table == nullptr) return;
+  if (row == nullptr || row->nesting == Nesting::None) return;
   if (row->table->nestedOffset == kNoMember) return;
   if (void* block = BlockOf<void>(hostChannelInstance(link))) {
     MemberAt<std::int32_t>(block, row->table->nestedOffset) = 1;

@@ -22,6 +22,10 @@ void ReadItem(const StoredItem& item, void* block, HostStream* reader) noexcept 
   alignas(Vector) std::byte scratch[sizeof(Vector)] = {};
   void* value =
       item.offset == kNoMember ? static_cast<void*>(scratch) : &MemberAt<char>(block, item.offset);
+  if (item.implied.given) {
+    OperationsOf(item.kind).initialise(item.implied, value);
+    return;
+  }
   for (std::int32_t i = 0; i < item.times; ++i) OperationsOf(item.kind).read(value, reader);
 }
 
@@ -54,6 +58,7 @@ void ReadItems(const ShaderTable& table, void* block, std::int32_t marker,
     if (marker < item.firstMarker || marker > item.lastMarker) continue;
     ReadItem(item, block, reader);
   }
+  if (table.completeRead != nullptr) table.completeRead(block, marker);
 }
 
 }  // namespace sorvanix

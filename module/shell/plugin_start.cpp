@@ -62,7 +62,7 @@ std::int32_t PluginStart() noexcept {
     return 0;
   }
   for (const RegistryRow& row : ShaderRegistry()) {
-    if (row.fill != nullptr && !RegisterShader(row)) return 0;
+    if (!RegisterShader(row)) return 0;
   }
   BuildNoiseState();
   return 1;

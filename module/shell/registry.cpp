@@ -15,17 +15,13 @@
 #include "module/shaders/surface/buffy.h"
 #include "module/shaders/surface/falloff.h"
 #include "module/shaders/surface/fresnel.h"
+#include "module/shaders/surface/lumas.h"
 #include "module/shaders/surface/projector.h"
+#include "module/shaders/surface/proximal.h"
 
 namespace sorvanix {
 
 namespace {
-
-// A shader that is not written yet has its ids reserved here and is not registered.
-constexpr RegistryRow StillToWrite(std::int32_t pluginId, Nesting nesting,
-                                   std::int32_t nameStringId) {
-  return {pluginId, nesting, nameStringId, nullptr, nullptr, nullptr};
-}
 
 // The order is that of registration. It is not the order of the text ids: Projector and Proximal
 // cross, which is deliberate and kept. Banj can be marked as nested, though no filter hands it a
@@ -44,9 +40,9 @@ constexpr RegistryRow kRows[] = {
     {PluginIdNoise2D, Nesting::Aware, 10010, nullptr, Fill2DNoiseRecord, &kNoise2DTable},
     {PluginIdFalloff, Nesting::Aware, 10011, nullptr, FillFalloffRecord, &kFalloffTable},
     {PluginIdProjector, Nesting::Aware, 10013, nullptr, FillProjectorRecord, &kProjectorTable},
-    StillToWrite(PluginIdProximal, Nesting::Aware, 10012),
+    {PluginIdProximal, Nesting::Aware, 10012, nullptr, FillProximalRecord, &kProximalTable},
     {PluginIdBanj, Nesting::Marked, 10014, nullptr, FillBanjRecord, &kBanjTable},
-    StillToWrite(PluginIdLumas, Nesting::Aware, 10015),
+    {PluginIdLumas, Nesting::Aware, 10015, nullptr, FillLumasRecord, &kLumasTable},
     {PluginIdHue, Nesting::Aware, 10016, nullptr, FillHueRecord, &kHueTable},
     {PluginIdPosterizer, Nesting::Aware, 10017, nullptr, FillPosterizerRecord, &kPosterizerTable},
 };

@@ -21,8 +21,8 @@ struct RegistryRow {
   Nesting nesting;
   std::int32_t nameStringId;  ///< resource text of the title, or kLiteralTitle
   const char* literalTitle;   ///< the title itself where no resource text holds it
-  void (*fill)(ShaderRecord* record) noexcept;  ///< null while the shader is still to be written
-  const ShaderTable* table;                     ///< null together with fill
+  void (*fill)(ShaderRecord* record) noexcept;
+  const ShaderTable* table;
 };
 
 inline constexpr std::int32_t kLiteralTitle = 0;

@@ -150,9 +150,10 @@ struct StoredItem {
   std::uint32_t offset;      ///< the field, or kNoMember for a value that is read and dropped
   std::int32_t firstMarker;  ///< files with a marker from here on hold the value
   std::int32_t lastMarker;
-  bool written;              ///< false for values that only old files hold
-  std::int32_t literal = 0;  ///< what is written where there is no field
-  std::int32_t times = 1;    ///< how many of it stand in a row
+  bool written;               ///< false for values that only old files hold
+  std::int32_t literal = 0;   ///< what is written where there is no field
+  std::int32_t times = 1;     ///< how many of it stand in a row
+  InitialValue implied = {};  ///< where no value is in the file, but its marker tells one
 };
 
 /// A value that every file with this shader's form holds.
@@ -169,6 +170,20 @@ constexpr StoredItem StoredSince(std::int32_t marker, ValueKind kind, std::size_
 /// A value that one version alone wrote: read to stay in step, and dropped.
 constexpr StoredItem StoredOnlyIn(std::int32_t marker, ValueKind kind) {
   return {kind, kNoMember, marker, marker, false};
+}
+
+/// A value that only versions before this marker hold: their form was another one.
+constexpr StoredItem StoredBefore(std::int32_t marker, ValueKind kind, std::size_t offset) {
+  return {kind, static_cast<std::uint32_t>(offset), std::numeric_limits<std::int32_t>::min(),
+          marker - 1, false};
+}
+
+/// What a file from before this marker says by its age alone. A later row may still read the field.
+constexpr StoredItem ImpliedBefore(std::int32_t marker, ValueKind kind, std::size_t offset,
+                                   InitialValue value) {
+  StoredItem item = StoredBefore(marker, kind, offset);
+  item.implied = value;
+  return item;
 }
 
 /// Fillers that the version with this marker introduced: always written as `literal`, and dropped
@@ -222,16 +237,19 @@ struct ShaderTable {
   std::span<const Field> fields = {};
   RampForm ramp = {};
   CopyRule copyRule = CopyRule::WholeBlock;
+  std::uint32_t copyStart = 0;  ///< WholeBlock leaves the bytes before it as they are
 
   std::int32_t marker = 0;  ///< of the saved form that Write stores
   /// Of a file with an older marker Read takes nothing, and answers 1.
   std::int32_t oldestMarker = std::numeric_limits<std::int32_t>::min();
   MarkerRange foreignMarkers = {};  ///< Read does the same with a marker that no version had
-  bool onlyOwnMarker = false;  ///< Read takes nothing, and answers 0, where the marker differs
+  bool onlyOwnMarker = false;       ///< Read takes nothing, and answers 0, where the marker differs
   std::span<const StoredItem> stored = {};
+  /// Called after values were read: for what follows from them, or from the age of the file.
+  void (*completeRead)(void* block, std::int32_t marker) noexcept = nullptr;
 
   std::int32_t slotStride = 0;  ///< size of one ThreadSlot in bytes; 0 for a shader without slots
-  const char* slotFailureText = nullptr;
+  const char* slotFailureText = nullptr;  ///< null for a shader that fails without a word
 };
 
 }  // namespace sorvanix

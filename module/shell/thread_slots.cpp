@@ -19,7 +19,9 @@ std::int32_t MakeSlots(const ShaderTable& table, ShaderInstance* instance,
   hostFree(instance->slots);
   instance->slots = fits ? hostAlloc(size) : nullptr;
   if (instance->slots == nullptr) {
-    hostMessageDialog(hostStringFromChars(table.slotFailureText).get(), MessageDialogFlags);
+    if (table.slotFailureText != nullptr) {
+      hostMessageDialog(hostStringFromChars(table.slotFailureText).get(), MessageDialogFlags);
+    }
     return 0;
   }
   return count;

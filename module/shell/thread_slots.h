@@ -9,8 +9,8 @@
 namespace sorvanix {
 
 /// Makes one cleared slot per CPU of the render and stores the array in `instance->slots`. Answers
-/// their number. Shows the table's failure text, and answers 0 with null slots, when memory is
-/// short; the render goes on without them.
+/// their number. Shows the table's failure text, if any, and answers 0 with null slots, when memory
+/// is short; the render goes on without them.
 std::int32_t MakeSlots(const ShaderTable& table, ShaderInstance* instance,
                        const RenderInit* init) noexcept;
 

@@ -4,6 +4,8 @@
 #include <cstring>
 #include <new>
 
+#include "tests/support/fake_scene.h"
+
 namespace sorvanix::test {
 
 thread_local std::int32_t FakeHost::cpuIndex = 0;
@@ -200,6 +202,8 @@ FakeHost::FakeHost(Word version) {
   api.string = &stringTable;
   api.filename = &filenameTable;
   api.resources = &resourceTable;
+  api.object = &FakeObjectTable();
+  api.document = &FakeDocumentTable();
 }
 
 FakeHost::~FakeHost() {

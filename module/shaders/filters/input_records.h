@@ -1,7 +1,6 @@
 // What a filter keeps of its inputs in each of its slots, and how it hands a footprint to them.
 //
-// A slot has the same size on every build, so a tail holds no pointer: an address takes eight bytes
-// with the alignment of four, and whether an input takes part shows in its stride.
+// A slot has the same size on every build: whether an input takes part shows in its stride.
 #pragma once
 
 #include <sorvanix/footprint.h>
@@ -12,27 +11,9 @@
 #include <cstring>
 
 #include "module/shell/nesting.h"
+#include "module/shell/slot_address.h"
 
 namespace sorvanix {
-
-/// An address as two halves.
-class SlotAddress {
- public:
-  void Set(const void* address) noexcept {
-    const auto bits = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(address));
-    low_ = static_cast<std::uint32_t>(bits);
-    high_ = static_cast<std::uint32_t>(bits >> 32);
-  }
-  void* Get() const noexcept {
-    const std::uint64_t bits = std::uint64_t{high_} << 32 | low_;
-    return reinterpret_cast<void*>(static_cast<std::uintptr_t>(bits));
-  }
-
- private:
-  std::uint32_t low_;
-  std::uint32_t high_;
-};
-static_assert(sizeof(SlotAddress) == 8 && alignof(SlotAddress) == 4);
 
 /// How far apart the samples of a bump lie in texture coordinates.
 struct BumpStep {

@@ -1,0 +1,493 @@
+// Lumas' colour: the flat preview, the lights as it asks for them, and how the terms are summed.
+#include <cmath>
+#include <cstring>
+#include <thread>
+
+#include "module/kit/matrix.h"
+#include "module/shaders/filters/hue.h"
+#include "tests/module/shaders/surface/lumas_fixture.h"
+
+namespace sorvanix::test {
+namespace {
+
+// The operations in their order, with the light where there is one: "lightAt 2".
+std::vector<std::string> Operations(const std::vector<LightCall>& calls) {
+  std::vector<std::string> names;
+  for (const LightCall& call : calls) {
+    const std::string light = call.light < 0 ? "" : " " + std::to_string(call.light);
+    names.push_back(call.operation + light);
+  }
+  return names;
+}
+using Names = std::vector<std::string>;
+
+// --- without a render ---
+
+// 0.6 (1, 0.01, 0.01) + 1.25 x 0.005 (1, 1, 1) + 0.5 x 0.05 (1, 0.5, 0.5) + 0.5 x 0.85 (1, 0, 0)
+// = (0.6 + 0.00625 + 0.025 + 0.425, 0.006 + 0.00625 + 0.0125, the same).
+TEST_F(LumasTest, WithoutARenderTheTintsAreMixedByTheirSizes) {
+  ExpectVector(Output(), {1.05625f, 0.02475f, 0.02475f});
+  EXPECT_TRUE(lights.calls.empty());
+}
+
+TEST_F(LumasTest, WithoutARenderOnlyTheSizeIsLimited) {
+  NoDiffuse();
+  OnlyLayer(1);
+  block.layers[0].intensity = 5;
+  block.layers[0].size = 3;
+  ExpectExactly(Output(), {5, 5, 5});
+  block.layers[0].size = -1;
+  ExpectExactly(Output(), {0, 0, 0});
+}
+
+// The switches decide, not what was derived from them.
+TEST_F(LumasTest, WithoutARenderTermsThatAreOffAreLeftOut) {
+  block.diffuseOn = 0;
+  block.layerOn[0] = block.layerOn[1] = 0;
+  ExpectExactly(Output(), {0.425f, 0, 0});
+  block.layerOn[2] = 0;
+  ExpectExactly(Output(), {0, 0, 0});
+}
+
+TEST_F(LumasTest, WithoutSlotsTheColourIsFlatToo) {
+  const Vector flat = Output();
+  sample.render = &render;
+  ExpectExactly(Output(), flat);
+}
+
+// --- without a ray, without lights ---
+
+TEST_F(LumasTest, IsWhiteWithoutARay) {
+  BeginRender();
+  render.ray = nullptr;
+  ExpectExactly(Output(), {1, 1, 1});
+  EXPECT_TRUE(lights.calls.empty());
+}
+
+TEST_F(LumasTest, IsWhiteWithoutLightsWithARayOrNot) {
+  BeginRender();
+  for (const std::int32_t count : {0, -1}) {
+    render.lightCount = count;
+    render.ray = &ray;
+    ExpectExactly(Output(), {1, 1, 1});
+    render.ray = nullptr;
+    ExpectExactly(Output(), {1, 1, 1});
+  }
+}
+
+// --- the slot ---
+
+// (1, -2, 3) turned by axes (0, 2, 0), (3, 0, 0), (0, 0, 1), without the offset: (-6, 2, 3).
+TEST_F(LumasTest, TheSlotKeepsTheSurfaceOfTheSample) {
+  tag.matrix1 = {{9, 9, 9}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+  tag.matrix2 = {{100, 100, 100}, {0, 2, 0}, {3, 0, 0}, {0, 0, 1}};
+  render.textureTag = &tag;
+  render.viewPoint = {1, -2, 3};
+  render.bumpNormal = {0, 0.6f, 0.8f};
+  render.faceNormal = {0, 1, 0};
+  LookAlong({0.6f, 0, -0.8f});
+  BeginRender();
+  Output();
+  EXPECT_NEAR(Slot().footprintSize, 11e-5, 1e-10);
+  ExpectExactly(Slot().viewVector, {-0.6f, 0, 0.8f});
+  ExpectExactly(Slot().surfaceNormal, {0, 0.6f, 0.8f});
+  ExpectExactly(Slot().faceNormal, {0, 1, 0});
+  EXPECT_EQ(std::memcmp(&Slot().head.texMatrix, &tag.matrix1, sizeof(Matrix)), 0);
+  EXPECT_EQ(std::memcmp(&Slot().head.texInverse, &tag.matrix2, sizeof(Matrix)), 0);
+}
+
+TEST_F(LumasTest, WithoutATagTheSlotsMatricesAreTheIdentity) {
+  render.viewPoint = {1, -2, 3};
+  BeginRender();
+  Output();
+  EXPECT_NEAR(Slot().footprintSize, 6e-5, 1e-10);
+  EXPECT_EQ(std::memcmp(&Slot().head.texMatrix, &kIdentityMatrix, sizeof(Matrix)), 0);
+  EXPECT_EQ(std::memcmp(&Slot().head.texInverse, &kIdentityMatrix, sizeof(Matrix)), 0);
+}
+
+TEST_F(LumasTest, ANestedLumasKeepsTheMatricesOfItsSlot) {
+  render.textureTag = &tag;
+  block.nested = 1;
+  BeginRender();
+  Slot().head.texMatrix.off = {1, 2, 3};
+  Slot().head.texInverse.off = {4, 5, 6};
+  Slot().head.outerChannel = ChannelStandalone;  // has no meaning here
+  Output();
+  ExpectExactly(Slot().head.texMatrix.off, {1, 2, 3});
+  ExpectExactly(Slot().head.texInverse.off, {4, 5, 6});
+}
+
+// --- highlights from the host ---
+
+// Each call adds to the same diffuse sum, and to a highlight of its own.
+TEST_F(LumasTest, AsksTheHostOnceForEachActiveLayer) {
+  lights.illuminate = [](const RenderContext&, Vector& diffuse, Vector& specular, float) {
+    diffuse.x += 0.25f;
+    specular.x += 0.5f;
+  };
+  BeginRender();
+  Output();
+  ASSERT_EQ(Operations(lights.calls), (Names{"illuminate", "illuminate", "illuminate"}));
+  const float exponents[] = {400, 40, 2.352941f};
+  for (std::size_t i = 0; i < 3; ++i) {
+    EXPECT_NEAR(lights.calls[i].exponent, exponents[i], 1e-4);
+    ExpectExactly(lights.calls[i].diffuse, {0.25f * static_cast<float>(i), 0, 0});
+    ExpectExactly(lights.calls[i].specular, {0, 0, 0});
+  }
+}
+
+TEST_F(LumasTest, LayersThatAreNotActiveAskForNothing) {
+  NoDiffuse();
+  OnlyLayer(2);
+  BeginRender();
+  Output();
+  ASSERT_EQ(Operations(lights.calls), Names{"illuminate"});
+  EXPECT_EQ(lights.calls[0].exponent, 40);
+}
+
+// Layers 1 and 2 give 2 x (0.5, 0.25, 0) and 1 x (0.5, 0.25, 0) x (1, 0.5, 0.5). No limit at 1.
+TEST_F(LumasTest, TheHighlightsAreSummedWithoutALimit) {
+  lights.illuminate = [](const RenderContext&, Vector&, Vector& specular, float) {
+    specular = {0.5f, 0.25f, 0};
+  };
+  NoDiffuse();
+  block.layers[2].active = 0;
+  block.layers[0].intensity = 2;
+  block.layers[1].intensity = 1;
+  block.layers[0].useEdge = block.layers[1].useEdge = 0;
+  BeginRender();
+  ExpectExactly(Output(), {1.5f, 0.625f, 0});
+}
+
+// The view turned by 60 degrees: a cosine of 0.5, a rim of 0.5. Layer 1 reaches in by 1, from 1.25
+// to 2: 1.625.
+TEST_F(LumasTest, TheRimFollowsTheView) {
+  lights.illuminate = [](const RenderContext&, Vector&, Vector& specular, float) {
+    specular = {1, 1, 1};
+  };
+  NoDiffuse();
+  OnlyLayer(1);
+  block.layers[0].useEdge = 1;
+  BeginRender();
+  LookAlong({0.8660254f, 0, -0.5f});
+  ExpectVector(Output(), {1.625f, 1.625f, 1.625f});
+  LookAlong({0, 0, 1});
+  ExpectVector(Output(), {2, 2, 2});  // the back of the surface
+}
+
+// --- the host's diffuse light ---
+
+// 0.5 x (1, 0.5, 0) x (1, 2, 3) from one layer's call.
+TEST_F(LumasTest, TheDiffuseLightIsThatOfTheLayersCalls) {
+  lights.illuminate = [](const RenderContext&, Vector& diffuse, Vector&, float) {
+    diffuse = {1, 2, 3};
+  };
+  OnlyLayer(1);
+  block.diffuseLevel = 0.5f;
+  block.diffuseTint = {1, 0.5f, 0};
+  BeginRender();
+  ExpectExactly(Output(), {0.5f, 0.5f, 0});
+  EXPECT_EQ(Operations(lights.calls), Names{"illuminate"});
+}
+
+TEST_F(LumasTest, WithoutDiffuseLightTheHostIsAskedOnceMore) {
+  lights.illuminate = [](const RenderContext&, Vector& diffuse, Vector&, float exponent) {
+    if (exponent == 1) diffuse = {1, 2, 3};
+  };
+  OnlyLayer(0);
+  block.diffuseLevel = 1;
+  block.diffuseTint = {1, 1, 1};
+  BeginRender();
+  ExpectExactly(Output(), {1, 2, 3});
+  ASSERT_EQ(lights.calls.size(), 1u);
+  EXPECT_EQ(lights.calls[0].exponent, 1);
+}
+
+TEST_F(LumasTest, ADiffuseTermThatIsNotActiveAsksForNothing) {
+  OnlyLayer(0);
+  block.diffuseActive = 0;
+  BeginRender();
+  ExpectExactly(Output(), {0, 0, 0});
+  EXPECT_TRUE(lights.calls.empty());
+}
+
+// The window 0.25 to 0.75 of (0.5, 0.875, 0.125) is (0.5, 1, 0).
+TEST_F(LumasTest, TheDiffuseContrastSteepensEachChannel) {
+  lights.illuminate = [](const RenderContext&, Vector& diffuse, Vector&, float) {
+    diffuse = {0.5f, 0.875f, 0.125f};
+  };
+  OnlyLayer(0);
+  block.diffuseLevel = 1;
+  block.diffuseTint = {1, 1, 1};
+  block.diffuseContrast = 0.5f;
+  block.diffuseLow = 0.25f;
+  block.diffuseHigh = 0.75f;
+  BeginRender();
+  ExpectExactly(Output(), {0.5f, 1, 0});
+}
+
+// --- Oren-Nayar ---
+
+struct LumasRoughTest : LumasTest {
+  // A white, smooth surface at level 1: every light gives its cosine.
+  LumasRoughTest() {
+    OnlyLayer(0);
+    block.orenNayar = 1;
+    block.diffuseLevel = block.diffuseStrength = 1;
+    block.diffuseColour = block.diffuseTint = {1, 1, 1};
+    block.sigma2 = block.orenB = 0;
+    block.orenA = 1;
+    BeginRender();
+  }
+};
+
+TEST_F(LumasRoughTest, ASmoothSurfaceShowsTheCosine) {
+  AddLight({1, 0.5f, 2}, {0.6f, 0, 0.8f});
+  ExpectVector(Output(), {0.8f, 0.4f, 1.6f});
+}
+
+// R = 0.5 x 2 x (1, 0.5, 0.25), and the level 0.5 and the tint come once more:
+// 0.5 x (2, 1, 0.5) x (1, 0.5, 0.25) x 0.8.
+TEST_F(LumasRoughTest, LevelAndColourCountTwice) {
+  AddLight({1, 1, 1}, {0.6f, 0, 0.8f});
+  block.diffuseLevel = 0.5f;
+  block.diffuseStrength = 2;
+  block.diffuseColour = {1, 0.5f, 0.25f};
+  block.diffuseTint = {2, 1, 0.5f};
+  ExpectVector(Output(), {0.8f, 0.2f, 0.05f});
+}
+
+// The eye on the normal: beta and the angle between are 0. A light at a cosine of 0.5 and sigma 1:
+// G = 0.5 x 0.6240602 = 0.3120301, T = 0.17 x 0.5 / 1.13 = 0.0752212.
+TEST_F(LumasRoughTest, ARoughSurfaceIsFlatter) {
+  AddLight({1, 1, 1}, {0.8660254f, 0, 0.5f});
+  block.sigma2 = 1;
+  block.orenA = 0.6240602f;
+  block.orenB = 0.4128440f;
+  ExpectVector(Output(), {0.3872513f, 0.3872513f, 0.3872513f});
+}
+
+TEST_F(LumasRoughTest, TendsToTheCosineAsRoughnessVanishes) {
+  AddLight({1, 1, 1}, {0.6f, 0, 0.8f});
+  LookAlong({0, 0.6f, -0.8f});
+  double before = 1;
+  for (const float sigma : {0.5f, 0.1f, 0.02f, 0.004f}) {
+    const float s2 = sigma * sigma;
+    block.sigma2 = s2;
+    block.orenA = 1 - 0.5f * s2 / (s2 + 0.33f);
+    block.orenB = 0.45f * s2 / (s2 + 0.09f);
+    const double difference = std::fabs(Output().x - 0.8f);
+    EXPECT_LT(difference, before);
+    before = difference;
+  }
+  EXPECT_LT(before, 1e-4);
+}
+
+TEST_F(LumasRoughTest, ThrowsAwayTheLightOfTheLayersCalls) {
+  lights.illuminate = [](const RenderContext&, Vector& diffuse, Vector&, float) {
+    diffuse = {5, 5, 5};
+  };
+  AddLight({1, 1, 1}, {0.6f, 0, 0.8f});
+  block.layers[0].active = 1;
+  ExpectVector(Output(), {0.8f, 0.8f, 0.8f});
+}
+
+TEST_F(LumasRoughTest, AValueOtherThanOneTakesTheHostsLight) {
+  lights.illuminate = [](const RenderContext&, Vector& diffuse, Vector&, float) {
+    diffuse = {0.25f, 0.5f, 0.75f};
+  };
+  block.orenNayar = 2;
+  ExpectExactly(Output(), {0.25f, 0.5f, 0.75f});
+  EXPECT_EQ(Operations(lights.calls), Names{"illuminate"});
+}
+
+TEST_F(LumasRoughTest, AsksForTheLightsFromTheHighestDown) {
+  AddLight({1, 1, 1}, {0, 0, 1});
+  AddLight({1, 1, 1}, {0, 0, 1});
+  AddLight({1, 1, 1}, {0, 0, 1});
+  render.hitPoint = {1, 2, 3};
+  Output();
+  EXPECT_EQ(Operations(lights.calls),
+            (Names{"lightCount", "lightAt 2", "lightSample 2", "lightAt 1", "lightSample 1",
+                   "lightAt 0", "lightSample 0"}));
+  for (const LightCall& call : lights.CallsOf("lightSample")) {
+    ExpectExactly(call.point, {1, 2, 3});
+    ExpectExactly(call.normal, {0, 0, 1});
+    EXPECT_EQ(call.shadows, 1);    // lightParamB
+    EXPECT_EQ(call.identity, 77);  // lightParamA
+  }
+}
+
+TEST_F(LumasRoughTest, OnTheBackTheNormalIsTurnedToTheEye) {
+  AddLight({1, 1, 1}, {0.6f, 0, -0.8f});
+  LookAlong({0, 0, 1});
+  ExpectVector(Output(), {0.8f, 0.8f, 0.8f});
+  ExpectExactly(lights.CallsOf("lightSample")[0].normal, {-0.0f, -0.0f, -1});
+}
+
+TEST_F(LumasRoughTest, LightsThatDoNotArriveAddNothing) {
+  AddLight({1, 1, 1}, {0, 0, 1});
+  lights.lights[0].arrivesShadowed = false;
+  ExpectExactly(Output(), {0, 0, 0});
+}
+
+TEST_F(LumasRoughTest, AnAmbientLightAddsItsColourAsItIs) {
+  AddLight({0.25f, 0.5f, 1}, {0, 0, -1}).ambient = 1;
+  ExpectExactly(Output(), {0.25f, 0.5f, 1});
+}
+
+TEST_F(LumasRoughTest, ALightWithoutDiffuseShareAddsNothing) {
+  AddLight({1, 1, 1}, {0, 0, 1}).noDiffuse = 1;
+  ExpectExactly(Output(), {0, 0, 0});
+}
+
+TEST_F(LumasRoughTest, ALightFromBehindAddsNothing) {
+  AddLight({1, 1, 1}, {0.6f, 0, -0.8f});
+  ExpectExactly(Output(), {0, 0, 0});
+}
+
+// A window from -1 to 1 maps the cosine -0.5 to 0.25, and the light shines around the edge.
+TEST_F(LumasRoughTest, AWindowThatBeginsElsewhereLetsLightAround) {
+  AddLight({1, 1, 1}, {0.8660254f, 0, -0.5f});
+  block.diffuseLow = -1;
+  ExpectVector(Output(), {0.25f, 0.25f, 0.25f});
+}
+
+// e^-ln 2 = 0.5: the root of 0.64 is 0.8. The contrast takes the cosine's magnitude, so light from
+// behind is kept out by the test before it.
+TEST_F(LumasRoughTest, ALightsContrastBendsItsCosine) {
+  AddLight({1, 1, 1}, {0.7683749f, 0, 0.64f}).contrast = 0.6931472f;
+  ExpectVector(Output(), {0.8f, 0.8f, 0.8f});
+  lights.lights[0].direction = {0.7683749f, 0, -0.64f};
+  ExpectExactly(Output(), {0, 0, 0});
+}
+
+TEST_F(LumasRoughTest, TheSumIsNotBelowZero) {
+  AddLight({-1, 1, -3}, {0, 0, 1});
+  ExpectExactly(Output(), {0, 1, 0});
+}
+
+TEST_F(LumasRoughTest, WithTheLightsSwitchedOffItIsBlackAndAsksForNone) {
+  AddLight({1, 1, 1}, {0, 0, 1}).ambient = 1;
+  render.lightsEnabled = 0;
+  ExpectExactly(Output(), {0, 0, 0});
+  EXPECT_TRUE(lights.calls.empty());
+}
+
+// --- inside a filter ---
+
+struct NestedLumasTest : LumasTest {
+  ShaderUnderTest filter{started, PluginIdHue, 1};
+
+  NestedLumasTest() {
+    ScriptedLink::Of(filter.block<HueBlock>().input).HoldShader(shader, PluginIdLumas);
+    lights.illuminate = [](const RenderContext&, Vector&, Vector& specular, float) {
+      specular = {0.5f, 0.5f, 0.5f};
+    };
+    NoDiffuse();
+    OnlyLayer(1);
+    block.layers[0].intensity = 1;
+    render.hitPoint = {1, 2, 3};
+    tag.matrix1 = {{1, 0, 0}, {0, 1, 0}, {-1, 0, 0}, {0, 0, 1}};
+    tag.matrix2 = {{0, 1, 0}, {0, -1, 0}, {1, 0, 0}, {0, 0, 1}};
+  }
+  Vector FilterOutput() {
+    const RenderInit init = {&render, nullptr};
+    EXPECT_EQ(filter.record.InitRender(&filter.instance, &init), 0);
+    sample.render = &render;
+    return filter.Output(sample);
+  }
+};
+
+TEST_F(NestedLumasTest, OnATagTheFiltersMatricesReachTheSlot) {
+  render.textureTag = &tag;
+  ExpectVector(FilterOutput(), {0.5f, 0.5f, 0.5f});
+  EXPECT_EQ(block.nested, 1);
+  EXPECT_EQ(Slot().head.outerChannel, 1);
+  EXPECT_EQ(std::memcmp(&Slot().head.texMatrix, &tag.matrix1, sizeof(Matrix)), 0);
+  EXPECT_EQ(std::memcmp(&Slot().head.texInverse, &tag.matrix2, sizeof(Matrix)), 0);
+  filter.record.FreeRender(&filter.instance);
+  EXPECT_EQ(shader.instance.slots, nullptr);
+}
+
+TEST_F(NestedLumasTest, WithoutATagTheFilterLeavesTheIdentity) {
+  ExpectVector(FilterOutput(), {0.5f, 0.5f, 0.5f});
+  EXPECT_EQ(std::memcmp(&Slot().head.texMatrix, &kIdentityMatrix, sizeof(Matrix)), 0);
+  EXPECT_EQ(std::memcmp(&Slot().head.texInverse, &kIdentityMatrix, sizeof(Matrix)), 0);
+  filter.record.FreeRender(&filter.instance);
+}
+
+TEST_F(NestedLumasTest, InsideAFilterTheLitColourIsTheSame) {
+  render.textureTag = &tag;
+  BeginRender();
+  const Vector alone = Output();
+  ExpectVector(FilterOutput(), alone);
+  filter.record.FreeRender(&filter.instance);
+}
+
+// --- threads, and blocks that no dialog makes ---
+
+TEST_F(LumasTest, EightThreadsGiveTheSameBytesAsOne) {
+  constexpr std::size_t kSamples = 4096;
+  AddLight({1, 0.5f, 0.25f}, {0.6f, 0, 0.8f});
+  AddLight({0.5f, 1, 0.5f}, {0, 0.6f, 0.8f});
+  noise.SetConstant(NoiseOperation::Turbulence, 0.5);
+  noise.Record(false);
+  lights.record = false;
+  block.anisotropyActive = block.scratchActive = block.orenNayar = 1;
+  block.anisotropyMode = AnisoDiscsSurface;
+  BeginRender(8);
+  const auto shade = [&](std::size_t begin, std::size_t end, std::vector<Vector>& picture) {
+    RenderContext own = render;
+    ChannelSample mine = sample;
+    mine.render = &own;
+    for (std::size_t i = begin; i < end; ++i) {
+      own.hitPoint = {static_cast<float>(i % 64) * 0.1f, static_cast<float>(i / 64) * 0.1f, 1};
+      shader.record.Output(&picture[i], &shader.instance, &mine);
+    }
+  };
+  std::vector<Vector> one(kSamples), eight(kSamples);
+  shade(0, kSamples, one);
+  std::vector<std::thread> threads;
+  for (std::size_t t = 0; t < 8; ++t) {
+    threads.emplace_back([&, t] {
+      FakeHost::cpuIndex = static_cast<std::int32_t>(t);
+      shade(t * kSamples / 8, (t + 1) * kSamples / 8, eight);
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(std::memcmp(one.data(), eight.data(), kSamples * sizeof(Vector)), 0);
+}
+
+// Every exchanged number at its wildest, with everything switched on: whatever comes out, nothing
+// breaks, and nothing that sanitizers find.
+TEST_F(LumasTest, WildBlocksDoNoHarm) {
+  AddLight({1, 1, 1}, {0.6f, 0, 0.8f});
+  BeginRender();
+  FakeContainer keys;
+  shader.Message(MessageGetParameters, keys);
+  for (const float wild : {NAN, INFINITY, -INFINITY, 0.0f, -1.0f, 1e38f, 1e-38f}) {
+    for (const std::int32_t word : {INT32_MIN, -1, 0, 1, 4, 6, INT32_MAX}) {
+      FakeContainer values;
+      for (const FakeContainer::Entry& entry : keys.entries) {
+        if (std::holds_alternative<Word>(entry.value)) values.Set(entry.key, Word{word});
+        if (std::holds_alternative<float>(entry.value)) values.Set(entry.key, wild);
+        if (std::holds_alternative<Vector>(entry.value)) {
+          values.Set(entry.key, Vector{wild, 1, wild});
+        }
+      }
+      shader.Message(MessageSetParameters, values);
+      block.anisotropyActive = block.scratchActive = block.diffuseActive = 1;
+      block.sigma2 = block.orenA = block.orenB = block.diffuseLow = wild;
+      for (SpecularLayer& layer : block.layers) {
+        layer.active = layer.useEdge = 1;
+        layer.exponent = layer.roughness = layer.contrastLow = wild;
+      }
+      Output();
+      EXPECT_FALSE(lights.calls.empty());
+    }
+  }
+}
+
+}  // namespace
+}  // namespace sorvanix::test
