@@ -27,7 +27,7 @@ constexpr ShippedRow kShipped[] = {
     {1001271, 10016}, {1001277, 10017}};
 
 // Those that this build registers, in order; a shader joins the list when it is written.
-constexpr std::int32_t kRegistered[] = {1004202, 1000125, 1001203, 1001214,
+constexpr std::int32_t kRegistered[] = {1004202, 1000123, 1000125, 1001203, 1001214,
                                         1001216, 1001231, 1001271, 1001277};
 
 bool IsRegistered(std::int32_t pluginId) {
@@ -138,8 +138,9 @@ TEST(Start, RegistersTheseShadersInThisOrder) {
 
 TEST(Start, GivesEachShaderTheNameOfItsText) {
   StartedModule started;
-  const Strings expected = {"sorvaNIX Buffy", "text 10005", "text 10006", "text 10007",
-                            "text 10008",     "text 10010", "text 10016", "text 10017"};
+  const Strings expected = {"sorvaNIX Buffy", "text 10004", "text 10005",
+                            "text 10006",     "text 10007", "text 10008",
+                            "text 10010",     "text 10016", "text 10017"};
   Strings names;
   for (const Registration& r : started.host.registrations) names.push_back(r.name);
   EXPECT_EQ(names, expected);
