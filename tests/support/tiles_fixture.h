@@ -2,45 +2,23 @@
 // and the random colour of the tile at a texture coordinate.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <cstdint>
 
 #include "module/shaders/generators/tiles.h"
-#include "tests/support/loaded_module.h"
+#include "tests/support/filter_fixture.h"
 
 namespace sorvanix::test {
 
 inline constexpr std::int32_t kTilePatternCount = 28;
 inline constexpr std::int32_t kCracks = 8;
 
-struct TilesTest : ::testing::Test {
-  StartedModule started;
-  FakeHost& host = started.host;
-  ShaderUnderTest shader{started, PluginIdTiles};
-  const ShaderRecord& record = shader.record;
-  ShaderInstance& instance = shader.instance;
-  TilesBlock& block = shader.block<TilesBlock>();
-  RenderContext render = {};
-  ChannelSample sample = {};
-
+struct TilesTest : FilterTest<TilesBlock, PluginIdTiles> {
   TilesTest() {
-    FakeHost::cpuIndex = 0;
     render.filteringOn = 1;
     sample.blurScale = 1;
   }
-  ~TilesTest() override { FakeHost::cpuIndex = 0; }
 
-  void BeginRender(std::int32_t cpus = 1) {
-    host.cpuCount = cpus;
-    const RenderInit init = {&render, nullptr};
-    ASSERT_EQ(record.InitRender(&instance, &init), 0);
-    sample.render = &render;
-  }
-  FootprintBlock& Slot(int cpu) {
-    return *reinterpret_cast<FootprintBlock*>(static_cast<char*>(instance.slots) +
-                                              cpu * SlotStrideTiles);
-  }
+  FootprintBlock& Slot(int cpu) { return FilterTest::Slot(cpu, SlotStrideTiles); }
 
   Vector ColourAt(double u, double v) {
     sample.uvw = {static_cast<float>(u), static_cast<float>(v), 0};
@@ -81,11 +59,5 @@ struct TilesTest : ::testing::Test {
     return {HeightAt(u, v), index};
   }
 };
-
-inline void ExpectColour(const Vector& actual, const Vector& expected, double bound = 1e-6) {
-  EXPECT_NEAR(actual.x, expected.x, bound);
-  EXPECT_NEAR(actual.y, expected.y, bound);
-  EXPECT_NEAR(actual.z, expected.z, bound);
-}
 
 }  // namespace sorvanix::test

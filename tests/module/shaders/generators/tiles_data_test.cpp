@@ -9,7 +9,6 @@
 namespace sorvanix::test {
 namespace {
 
-using Values = std::vector<StreamValue>;
 constexpr auto Int = StreamValue::Int;
 constexpr auto Float = StreamValue::Float;
 constexpr auto Bool = StreamValue::Bool;
@@ -54,22 +53,7 @@ const Values kCommon = {Float(3),
                         Bool(true),
                         Bool(false)};
 
-Values Joined(std::initializer_list<Values> parts) {
-  Values all;
-  for (const Values& part : parts) all.insert(all.end(), part.begin(), part.end());
-  return all;
-}
-
 struct TilesDataTest : TilesTest {
-  // Reads a file with these values; the next object in the stream follows them.
-  void ReadFile(const Values& values) {
-    FakeStream stream;
-    stream.values = values;
-    stream.values.push_back(Int(4711));
-    EXPECT_EQ(record.Read(&instance, stream.handle()), 1);
-    EXPECT_EQ(stream.mismatches, 0);
-    EXPECT_EQ(stream.position, values.size()) << "the next object starts here";
-  }
   void ExpectCommonValues() {
     EXPECT_EQ(block.globalMode, 2);
     EXPECT_EQ(block.pattern, 23);
@@ -78,10 +62,10 @@ struct TilesDataTest : TilesTest {
     EXPECT_EQ(block.scaleV, 5);
     EXPECT_EQ(block.groutWidth, 0.25f);
     EXPECT_EQ(block.bevel, 0.75f);
-    ExpectColour(block.groutColor, kFilled.groutColor);
-    ExpectColour(block.color1, kFilled.color1);
-    ExpectColour(block.color2, kFilled.color2);
-    ExpectColour(block.color3, kFilled.color3);
+    ExpectVector(block.groutColor, kFilled.groutColor);
+    ExpectVector(block.color1, kFilled.color1);
+    ExpectVector(block.color2, kFilled.color2);
+    ExpectVector(block.color3, kFilled.color3);
     EXPECT_EQ(block.smoothBevel, 0);
     EXPECT_EQ(block.randomColor, 1);
     EXPECT_EQ(block.alternate, 0);
@@ -116,10 +100,10 @@ TEST_F(TilesDataTest, AllocMakes128BytesWithTheDefaults) {
   EXPECT_EQ(block.arms, 1);
   EXPECT_EQ(block.groutWidth, 0.05f);
   EXPECT_EQ(block.bevel, 0.3f);
-  ExpectColour(block.groutColor, {0, 0, 0}, 0);
-  ExpectColour(block.color1, {0.5f, 0, 0}, 0);
-  ExpectColour(block.color2, {0.5f, 0.5f, 0.5f}, 0);
-  ExpectColour(block.color3, {0, 0, 0.5f}, 0);
+  ExpectExactly(block.groutColor, {0, 0, 0});
+  ExpectExactly(block.color1, {0.5f, 0, 0});
+  ExpectExactly(block.color2, {0.5f, 0.5f, 0.5f});
+  ExpectExactly(block.color3, {0, 0, 0.5f});
   EXPECT_EQ(block.smoothBevel, 1);
   EXPECT_EQ(block.randomColor, 0);
   EXPECT_EQ(block.reserved23, 0);
@@ -161,14 +145,14 @@ TEST_F(TilesDataTest, FreeReleasesAndClearsAlsoTwice) {
 
 TEST_F(TilesDataTest, WriteStoresTheMarkerAndTheFieldsInFileOrder) {
   block = kFilled;
-  FakeStream stream;
-  EXPECT_EQ(record.Write(&instance, stream.handle()), 1);
-  EXPECT_EQ(stream.values,
-            Joined({{Int(20000903), Int(2), Int(23), Int(1)}, kCommon, {Float(6), Float(0.5f)}}));
+  Values expected = {Int(20000903), Int(2), Int(23), Int(1)};
+  expected.insert(expected.end(), kCommon.begin(), kCommon.end());
+  expected.insert(expected.end(), {Float(6), Float(0.5f)});
+  EXPECT_EQ(Written(), expected);
 }
 
 TEST_F(TilesDataTest, TheOldestFormHasNoOrientationAndEndsWithAlternate) {
-  ReadFile(Joined({{Int(20000728), Int(2), Int(23)}, kCommon}));
+  ReadFile({{Int(20000728), Int(2), Int(23)}, kCommon});
   ExpectCommonValues();
   EXPECT_EQ(block.orientation, 0);
   EXPECT_EQ(block.arms, 1);
@@ -177,7 +161,7 @@ TEST_F(TilesDataTest, TheOldestFormHasNoOrientationAndEndsWithAlternate) {
 
 TEST_F(TilesDataTest, Marker20000820AddsTheOrientationInTheMiddle) {
   for (const std::int32_t marker : {20000820, 20000821, 20000901}) {
-    ReadFile(Joined({{Int(marker), Int(2), Int(23), Int(1)}, kCommon}));
+    ReadFile({{Int(marker), Int(2), Int(23), Int(1)}, kCommon});
     ExpectCommonValues();
     EXPECT_EQ(block.orientation, 1);
     EXPECT_EQ(block.arms, 1);
@@ -185,7 +169,7 @@ TEST_F(TilesDataTest, Marker20000820AddsTheOrientationInTheMiddle) {
 }
 
 TEST_F(TilesDataTest, Marker20000902AddsTheArms) {
-  ReadFile(Joined({{Int(20000902), Int(2), Int(23), Int(1)}, kCommon, {Float(6)}}));
+  ReadFile({{Int(20000902), Int(2), Int(23), Int(1)}, kCommon, {Float(6)}});
   ExpectCommonValues();
   EXPECT_EQ(block.arms, 6);
   EXPECT_EQ(block.bumpStepScale, 1);
@@ -194,7 +178,7 @@ TEST_F(TilesDataTest, Marker20000902AddsTheArms) {
 TEST_F(TilesDataTest, Marker20000903AddsTheBumpStepAndNewerOnesAreReadAlike) {
   for (const std::int32_t marker : {20000903, 20000904, INT32_MAX}) {
     block.bumpStepScale = 1;
-    ReadFile(Joined({{Int(marker), Int(2), Int(23), Int(1)}, kCommon, {Float(6), Float(0.5f)}}));
+    ReadFile({{Int(marker), Int(2), Int(23), Int(1)}, kCommon, {Float(6), Float(0.5f)}});
     ExpectCommonValues();
     EXPECT_EQ(block.bumpStepScale, 0.5f) << marker;
   }
@@ -203,7 +187,7 @@ TEST_F(TilesDataTest, Marker20000903AddsTheBumpStepAndNewerOnesAreReadAlike) {
 TEST_F(TilesDataTest, OfAFileWithAMarkerThatNoVersionHadNothingIsRead) {
   const TilesBlock before = block;
   for (const std::int32_t marker : {INT32_MIN, 0, 20000727, 20000729, 20000819}) {
-    ReadFile({Int(marker)});
+    ReadFile({{Int(marker)}});
     EXPECT_EQ(std::memcmp(&before, &block, sizeof block), 0) << marker;
   }
 }
@@ -230,50 +214,21 @@ TEST_F(TilesDataTest, WriteThenReadGivesAnEqualBlock) {
 
 // --- messages ---
 
-struct KeyRow {
-  std::int32_t key;
-  std::int32_t describe;
-  FakeValue value;  // of the filled block
-};
-const KeyRow kKeys[] = {
-    {1000, 1, Word{23}},
-    {1001, 2, 3.0f},
-    {1002, 2, 4.0f},
-    {1003, 2, 5.0f},
-    {1004, 2, 6.0f},
-    {1005, 2, 0.25f},
-    {1006, 2, 0.75f},
-    {1007, 2, kFilled.groutColor},  // vectors described as reals: kept so
-    {1008, 2, kFilled.color1},
-    {1009, 2, kFilled.color2},
-    {1010, 2, kFilled.color3},
-    {1011, 1, false},
-    {1012, 1, true},
-    {1013, 1, Word{1}},
-    {1014, 2, 0.5f},
+// Vectors are described as reals: kept so.
+const std::vector<ParameterRow> kParameters = {
+    {1000, Word{1}, Word{23}},       {1001, Word{2}, 3.0f},
+    {1002, Word{2}, 4.0f},           {1003, Word{2}, 5.0f},
+    {1004, Word{2}, 6.0f},           {1005, Word{2}, 0.25f},
+    {1006, Word{2}, 0.75f},          {1007, Word{2}, kFilled.groutColor},
+    {1008, Word{2}, kFilled.color1}, {1009, Word{2}, kFilled.color2},
+    {1010, Word{2}, kFilled.color3}, {1011, Word{1}, false},
+    {1012, Word{1}, true},           {1013, Word{1}, Word{1}},
+    {1014, Word{2}, 0.5f},
 };
 
-TEST_F(TilesDataTest, GetParametersStoresEachKeyInItsType) {
+TEST_F(TilesDataTest, ParametersAreGivenAndDescribedUnderTheirKeys) {
   block = kFilled;
-  FakeContainer container;
-  EXPECT_EQ(shader.Message(MessageGetParameters, container), 1);
-  EXPECT_EQ(container.entries.size(), std::size(kKeys));
-  for (const KeyRow& row : kKeys) {
-    const FakeValue* value = container.Find(row.key);
-    ASSERT_NE(value, nullptr) << row.key;
-    EXPECT_TRUE(SameValue(*value, row.value)) << row.key;
-  }
-}
-
-TEST_F(TilesDataTest, DescribeParametersStoresTheTypeWords) {
-  FakeContainer container;
-  EXPECT_EQ(shader.Message(MessageDescribeParameters, container), 1);
-  EXPECT_EQ(container.entries.size(), std::size(kKeys));
-  for (const KeyRow& row : kKeys) {
-    const FakeValue* value = container.Find(row.key);
-    ASSERT_NE(value, nullptr) << row.key;
-    EXPECT_TRUE(SameValue(*value, Word{row.describe})) << row.key;
-  }
+  ExpectParameters(shader, kParameters, {});
 }
 
 TEST_F(TilesDataTest, GetThenSetGivesAnEqualBlockInAllExchangedFields) {
@@ -404,7 +359,7 @@ TEST_F(TilesDataTest, WithoutABlockEveryCallbackAnswersNeutrally) {
   record.Free(&bare);
   Vector result = {1, 1, 1};
   record.Output(&result, &bare, &sample);
-  ExpectColour(result, {0, 0, 0}, 0);
+  ExpectExactly(result, {0, 0, 0});
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ struct KnownTile {
   int index;
 };
 
-struct TilesPatternsTest : TilesTest {
+struct TilesFamiliesTest : TilesTest {
   void ExpectTiles(std::initializer_list<KnownTile> tiles) {
     for (const KnownTile& tile : tiles) {
       const Seen seen = SeenAt(tile.pattern, tile.u, tile.v);
@@ -27,7 +27,7 @@ struct TilesPatternsTest : TilesTest {
 };
 
 // Scales 10, 10; slopes are half a cell wide.
-TEST_F(TilesPatternsTest, Grid) {
+TEST_F(TilesFamiliesTest, Grid) {
   ExpectTiles({
       {0, 0.03, 0.06, 0.6, 1},   // (0.3, 0.6): min(0.3 / 0.5, 0.4 / 0.5)
       {0, 0.13, 0.06, 0.6, 2},   // column 1
@@ -40,7 +40,7 @@ TEST_F(TilesPatternsTest, Grid) {
 }
 
 // Scales 5, 10; slopes 0.25 at the ends, 0.5 along the sides. Odd rows move by half a brick.
-TEST_F(TilesPatternsTest, Brick) {
+TEST_F(TilesFamiliesTest, Brick) {
   ExpectTiles({
       {1, 0.01, 0.05, 0.2, 1},   // (0.05, 0.5): 0.05 / 0.25
       {1, 0.05, 0.03, 0.6, 1},   // (0.25, 0.3): 0.3 / 0.5
@@ -51,7 +51,7 @@ TEST_F(TilesPatternsTest, Brick) {
 }
 
 // As Brick; 1 to 3 by row + oddness of the column.
-TEST_F(TilesPatternsTest, BrickThree) {
+TEST_F(TilesFamiliesTest, BrickThree) {
   ExpectTiles({
       {2, 0.05, 0.03, 0.6, 1},  // row 0, column 0
       {2, 0.25, 0.03, 0.6, 2},  // row 0, column 1
@@ -63,7 +63,7 @@ TEST_F(TilesPatternsTest, BrickThree) {
 }
 
 // Scales 5, 5; slopes a sixth of a cell. Strips run along x where the parities differ.
-TEST_F(TilesPatternsTest, Thirds) {
+TEST_F(TilesFamiliesTest, Thirds) {
   ExpectTiles({
       {3, 0.02, 0.1, 0.6, 1},  // (0.1, 0.5), strip 1 along y: 0.1 x 6
       {3, 0.1, 0.02, 0.6, 2},  // (0.5, 0.1), strip 2: its end 0.1 x 6
@@ -77,7 +77,7 @@ TEST_F(TilesPatternsTest, Thirds) {
 
 // Scale 5; a row is 0.8660254 high. In the middle of a triangle all sides are 0.28867513 away,
 // which is height 1; the height is the distance x 3.4641016.
-TEST_F(TilesPatternsTest, TrianglesInRows) {
+TEST_F(TilesFamiliesTest, TrianglesInRows) {
   ExpectTiles({
       {4, 0.1, 0.11547005, 1, 1},           // (0.5, 0.57735027): the middle of one on its corner
       {4, 0, 0.05773503, 1, 2},             // (0, 0.28867513): the middle of one on its side
@@ -89,7 +89,7 @@ TEST_F(TilesPatternsTest, TrianglesInRows) {
 }
 
 // As before, but odd rows move by half a side.
-TEST_F(TilesPatternsTest, Triangles) {
+TEST_F(TilesFamiliesTest, Triangles) {
   ExpectTiles({
       {5, 0.1, 0.11547005, 1, 1},
       {5, 0, 0.05773503, 1, 2},
@@ -100,7 +100,7 @@ TEST_F(TilesPatternsTest, Triangles) {
 }
 
 // As before; 1 to 3 by row, and one more for those on a side.
-TEST_F(TilesPatternsTest, TrianglesThree) {
+TEST_F(TilesFamiliesTest, TrianglesThree) {
   ExpectTiles({
       {6, 0.1, 0.11547005, 1, 1},  // row 0
       {6, 0, 0.05773503, 1, 2},
@@ -113,7 +113,7 @@ TEST_F(TilesPatternsTest, TrianglesThree) {
 
 // Scale 17.320509 x 0.9 = 15.588458. A hexagon is 1.7320508 wide; the rows are 1.5 apart, with
 // middles at y = 0.5 + 1.5 row. The height is the distance to the nearest side / 0.8660254.
-TEST_F(TilesPatternsTest, Hexagons) {
+TEST_F(TilesFamiliesTest, Hexagons) {
   ExpectTiles({
       {7, 0.05555556, 0.03207501, 1, 1},    // (0.8660254, 0.5): row 0, column 0
       {7, 0.16666667, 0.03207501, 1, 2},    // column 1
@@ -130,7 +130,7 @@ TEST_F(TilesPatternsTest, Hexagons) {
 // Scales 2, 10; slopes 0.1 at the ends. Row r slides by 7 x its hash: P[0] = 225, the 226th number
 // from the seed 665 comes from the state 986978327 and is -0.080804803, so that row 0 slides by
 // 0.56563362; P[1] = 155 is 884397261, -0.17634087, so that row 1 slides by 1.23438606.
-TEST_F(TilesPatternsTest, Planks) {
+TEST_F(TilesFamiliesTest, Planks) {
   ExpectTiles({
       {9, 0, 0.03, 0.6, 1},            // x = 0.56563362
       {9, 0.227, 0.05, 0.1963362, 2},  // x = 0.454 + 0.56563362: 0.01963362 / 0.1, column 1
@@ -140,7 +140,7 @@ TEST_F(TilesPatternsTest, Planks) {
 }
 
 // Scales 10, 20; slopes 0.25 at the ends. Row r moves by r / 2.
-TEST_F(TilesPatternsTest, Stairs) {
+TEST_F(TilesFamiliesTest, Stairs) {
   ExpectTiles({
       {10, 0.025, 0.0125, 0.5, 1},  // (0.25, 0.25)
       {10, 0.125, 0.0125, 0.5, 2},  // column 1
@@ -151,7 +151,7 @@ TEST_F(TilesPatternsTest, Stairs) {
 }
 
 // As Stairs; 1 to 3 by column + row.
-TEST_F(TilesPatternsTest, StairsThree) {
+TEST_F(TilesFamiliesTest, StairsThree) {
   ExpectTiles({
       {11, 0.025, 0.0125, 0.5, 1},
       {11, 0.125, 0.0125, 0.5, 2},
@@ -162,7 +162,7 @@ TEST_F(TilesPatternsTest, StairsThree) {
 }
 
 // Scale 10; the height is 1 - 2 r around the middle of a cell. Colour 2 on odd rows.
-TEST_F(TilesPatternsTest, Dots) {
+TEST_F(TilesFamiliesTest, Dots) {
   ExpectTiles({
       {12, 0.05, 0.05, 1, 1},
       {12, 0.05, 0.15, 1, 2},
@@ -173,7 +173,7 @@ TEST_F(TilesPatternsTest, Dots) {
   });
 }
 
-TEST_F(TilesPatternsTest, DotsStaggered) {
+TEST_F(TilesFamiliesTest, DotsStaggered) {
   ExpectTiles({
       {13, 0.05, 0.05, 1, 1},
       {13, 0.15, 0.1, 1, 2},     // column 1: y = 1 + 0.5, row 1
@@ -183,7 +183,7 @@ TEST_F(TilesPatternsTest, DotsStaggered) {
 }
 
 // 1 to 3 by row + oddness of the column.
-TEST_F(TilesPatternsTest, DotsThree) {
+TEST_F(TilesFamiliesTest, DotsThree) {
   ExpectTiles({
       {14, 0.05, 0.05, 1, 1},
       {14, 0.05, 0.15, 1, 2},
@@ -194,7 +194,7 @@ TEST_F(TilesPatternsTest, DotsThree) {
 }
 
 // Scale 10; v does not count.
-TEST_F(TilesPatternsTest, Stripes) {
+TEST_F(TilesFamiliesTest, Stripes) {
   ExpectTiles({{15, 0.025, 0.77, 0.5, 1},  // x = 0.25
                {15, 0.15, -3, 1, 2},
                {15, -0.05, 0, 1, 2},  // band -1
@@ -206,7 +206,7 @@ TEST_F(TilesPatternsTest, Stripes) {
 }
 
 // Scale 8; x moves by sin(pi y) / 4.
-TEST_F(TilesPatternsTest, SineStripes) {
+TEST_F(TilesFamiliesTest, SineStripes) {
   ExpectTiles({{19, 0.0625, 0, 1, 1},         // x = 0.5
                {19, 0.0625, 0.0625, 0.5, 1},  // y = 0.5: x = 0.75
                {19, 0.0625, 0.1875, 0.5, 1},  // y = 1.5: x = 0.25
@@ -217,7 +217,7 @@ TEST_F(TilesPatternsTest, SineStripes) {
 }
 
 // Scale 8; x moves by a tent that is 0 at even y and 1 at odd y.
-TEST_F(TilesPatternsTest, Zigzag) {
+TEST_F(TilesFamiliesTest, Zigzag) {
   ExpectTiles({
       {21, 0.0625, 0, 1, 1},          // x = 0.5
       {21, 0.0625, 0.125, 1, 2},      // y = 1: x = 1.5
@@ -228,7 +228,7 @@ TEST_F(TilesPatternsTest, Zigzag) {
 }
 
 // c = 10 x the distance from (0.5, 0.5). Tile n reaches from c = n + 0.5 to n + 1.5.
-TEST_F(TilesPatternsTest, Rings) {
+TEST_F(TilesFamiliesTest, Rings) {
   ExpectTiles({{17, 0.5, 0.5, 1, 2},       // tile -1
                {17, 0.525, 0.5, 0.5, 2},   // c = 0.25
                {17, 0.6, 0.5, 1, 1},       // c = 1, tile 0
@@ -243,7 +243,7 @@ TEST_F(TilesPatternsTest, Rings) {
 
 // c = 10 x (angle / 10 pi + distance). The angle is 0 on the left, pi / 2 below, pi on the right,
 // 3 pi / 2 above, where v is greater.
-TEST_F(TilesPatternsTest, Spiral) {
+TEST_F(TilesFamiliesTest, Spiral) {
   ExpectTiles({
       {23, 0.6, 0.5, 1, 2},          // 10 x (0.1 + 0.1) = 2, tile 1
       {23, 0.5, 0.62, 0.4, 1},       // 10 x (0.15 + 0.12) = 2.7, tile 2
@@ -255,7 +255,7 @@ TEST_F(TilesPatternsTest, Spiral) {
 }
 
 // As before with 3 / 20 pi.
-TEST_F(TilesPatternsTest, SpiralThree) {
+TEST_F(TilesFamiliesTest, SpiralThree) {
   ExpectTiles({
       {24, 0.65, 0.5, 1, 3},   // 10 x (0.15 + 0.15) = 3, tile 2
       {24, 0.5, 0.4, 0.5, 2},  // 10 x (0.075 + 0.1) = 1.75, tile 1
@@ -264,7 +264,7 @@ TEST_F(TilesPatternsTest, SpiralThree) {
 }
 
 // c = 10 x angle / 2 pi.
-TEST_F(TilesPatternsTest, Wedges) {
+TEST_F(TilesFamiliesTest, Wedges) {
   ExpectTiles({
       {25, 0.6, 0.5, 1, 1},            // pi: c = 5, tile 4
       {25, 0.55, 0.4, 0.5241632, 1},   // pi - atan(2) = 2.0344439: c = 3.2379184, tile 2
@@ -275,7 +275,7 @@ TEST_F(TilesPatternsTest, Wedges) {
 }
 
 // c = 9 x angle / 2 pi.
-TEST_F(TilesPatternsTest, WedgesThree) {
+TEST_F(TilesFamiliesTest, WedgesThree) {
   ExpectTiles({{26, 0.5, 0.6, 0.5, 1},          // 3 pi / 2: c = 6.75, tile 6
                {26, 0.4, 0.6, 0.75, 2},         // 7 pi / 4: c = 7.875, tile 7
                {26, 0.3, 0.499, 0.9856760, 3},  // c = 0.0071620; the last tile, 8
@@ -283,7 +283,7 @@ TEST_F(TilesPatternsTest, WedgesThree) {
 }
 
 // Scale 5; slopes a sixth. A strip fills 1/6 to 5/6 of its cell; the one on top runs on for 1/6.
-TEST_F(TilesPatternsTest, Weave) {
+TEST_F(TilesFamiliesTest, Weave) {
   ExpectTiles({
       {27, 0.1, 0.1, 1, 1},     // (0.5, 0.5): along x on top
       {27, 0.1, 0.05, 0.5, 1},  // (0.5, 0.25): (0.25 - 1/6) x 6
