@@ -130,13 +130,6 @@ inline Vector hostProjectTexture(const TextureTag* tag, const RenderContext* ren
   return uvw;
 }
 
-/// The matrix from camera to world space; null where no camera looks.
-inline const Matrix* hostCameraMatrix(const RenderContext* render) noexcept {
-  const void* answer = hostCall(hostApi.render, &RenderTable::query, nullptr, render,
-                                std::int32_t{QueryCameraMatrix});
-  return static_cast<const Matrix*>(answer);
-}
-
 // --- light ---
 
 /// Adds the light at the hit, around the render's bumpNormal, with a mirror highlight of
