@@ -68,22 +68,6 @@ inline float hostFractalRidged(const void* weights, const Vector& point, float o
                   offset, gain);
 }
 
-/// The texture coordinate of a surface point near the hit; `identity` tells the hit element.
-/// `otherwise` when the host cannot tell.
-inline Vector hostPointToUvw(const RenderContext* render, const TextureTag* tag,
-                             std::int32_t identity, const Vector& point, const Vector& normal,
-                             const Vector& otherwise) noexcept {
-  Vector uvw = otherwise;
-  hostCall(hostApi.render, &RenderTable::pointToUvw, render, tag, identity, &point, &normal, &uvw);
-  return uvw;
-}
-
-/// The camera's matrix, camera to world; null when the render has no camera.
-inline const Matrix* hostCameraMatrix(const RenderContext* render) noexcept {
-  return static_cast<const Matrix*>(
-      hostCall(hostApi.render, &RenderTable::query, nullptr, render, QueryCameraMatrix));
-}
-
 /// The size of the picture in pixels; 0 by 0 when the host cannot tell.
 struct PictureSize {
   std::int32_t width = 0;
@@ -102,6 +86,16 @@ inline Vector hostProjectToScreen(const RenderContext* render, const Vector& poi
   return screen;
 }
 
+/// The texture coordinate of a surface point near the hit; `identity` tells the hit element.
+/// `otherwise` when the host cannot tell.
+inline Vector hostPointToUvw(const RenderContext* render, const TextureTag* tag,
+                             std::int32_t identity, const Vector& point, const Vector& normal,
+                             const Vector& otherwise) noexcept {
+  Vector uvw = otherwise;
+  hostCall(hostApi.render, &RenderTable::pointToUvw, render, tag, identity, &point, &normal, &uvw);
+  return uvw;
+}
+
 /// Unit vectors along increasing u and v, in the surface at the hit.
 struct SurfaceAxes {
   Vector u = {};
@@ -113,6 +107,13 @@ inline SurfaceAxes hostSurfaceAxes(const RenderContext* render, const TextureTag
   hostCall(hostApi.render, &RenderTable::surfaceAxes, render, tag, &point, &normal, &axes.u,
            &axes.v);
   return axes;
+}
+
+/// The matrix from camera to world space; null where no camera looks.
+inline const Matrix* hostCameraMatrix(const RenderContext* render) noexcept {
+  const void* answer = hostCall(hostApi.render, &RenderTable::query, nullptr, render,
+                                std::int32_t{QueryCameraMatrix});
+  return static_cast<const Matrix*>(answer);
 }
 
 }  // namespace sorvanix

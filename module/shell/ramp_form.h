@@ -14,6 +14,28 @@ inline constexpr Choice kRampInterpolationChoices[] = {
     {RampStep, "step", "Step"},
 };
 
+/// How shaders differ in the rows of their ramp.
+struct RampRows {
+  std::int32_t interpolationKey;
+  std::int32_t countKey;
+  bool selectedCompared = true;
+};
+
+/// The rows of what a ramp has besides its knots, which a RampForm exchanges.
+template <class Block>
+constexpr auto RampFields(RampRows rows) {
+  return std::to_array<Field>({
+      {SORVANIX_RAMP_MEMBER(Block, Int, interpolation), .initial = Initially(0), .compared = true,
+       .copied = true, .key = rows.interpolationKey, .describeAs = DescribeInteger,
+       .label = "Interpolation", .help = "How the ramp runs between two knots.",
+       .limits = {0, 4, 1}, .choices = kRampInterpolationChoices},
+      {SORVANIX_RAMP_MEMBER(Block, Int, count), .compared = true, .copied = true,
+       .key = rows.countKey, .describeAs = DescribeInteger},
+      {SORVANIX_RAMP_MEMBER(Block, Int, selected), .compared = rows.selectedCompared,
+       .copied = true},
+  });
+}
+
 /// Takes over the live knots and their order entries.
 void CopyLiveKnots(const Ramp& from, Ramp& to) noexcept;
 

@@ -9,6 +9,8 @@
 
 #include <sorvanix/host_api.h>
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -51,6 +53,9 @@ constexpr InitialValue Initially(int value) { return {true, value, {}}; }
 constexpr InitialValue Initially(float value) { return {true, 0, {value, 0, 0}}; }
 constexpr InitialValue Initially(float x, float y, float z) { return {true, 0, {x, y, z}}; }
 
+/// A truth that messages and files hold as an integer.
+inline constexpr Choice kSwitchChoices[] = {{0, "off", "Off"}, {1, "on", "On"}};
+
 /// What a dialog keeps a value within, in the units of the block. Files and messages may hold
 /// others.
 struct Limits {
@@ -88,27 +93,18 @@ struct Field {
   bool describedAsReal = false;  ///< the type word is stored as a real
 };
 
-/// A component of a vector that messages, files and dialogs take as a number of its own.
-constexpr Field ComponentField(std::size_t offset, const char* name, float initial,
-                               std::int32_t key, const char* label, const char* help,
-                               Limits limits) {
-  return {.offset = static_cast<std::uint32_t>(offset),
-          .name = name,
-          .kind = ValueKind::Float,
-          .initial = Initially(initial),
-          .compared = true,
-          .copied = true,
-          .key = key,
-          .label = label,
-          .help = help,
-          .limits = limits};
-}
-
 /// The first columns of a field's row, and the two columns that place a saved value.
 #define SORVANIX_MEMBER(Block, kind_, member)                                     \
   .offset = static_cast<std::uint32_t>(offsetof(Block, member)), .name = #member, \
   .kind = ValueKind::kind_
 #define SORVANIX_PLACE(Block, kind_, member) ValueKind::kind_, offsetof(Block, member)
+
+/// The same for one component of a vector, which goes by a name of its own.
+#define SORVANIX_COMPONENT(Block, member, axis, name_)                                    \
+  .offset = static_cast<std::uint32_t>(offsetof(Block, member) + offsetof(Vector, axis)), \
+  .name = name_, .kind = ValueKind::Float
+#define SORVANIX_COMPONENT_PLACE(Block, member, axis) \
+  ValueKind::Float, offsetof(Block, member) + offsetof(Vector, axis)
 
 /// The first columns of a row for a field of the block's member `ramp`.
 #define SORVANIX_RAMP_MEMBER(Block, kind_, member)                                      \
@@ -116,6 +112,15 @@ constexpr Field ComponentField(std::size_t offset, const char* name, float initi
   .name = #member, .kind = ValueKind::kind_
 #define SORVANIX_RAMP_PLACE(Block, kind_, member) \
   ValueKind::kind_, offsetof(Block, ramp) + offsetof(Ramp, member)
+
+/// The rows of several lists as one.
+template <class Row, std::size_t... sizes>
+constexpr auto Join(const std::array<Row, sizes>&... parts) {
+  std::array<Row, (sizes + ...)> joined = {};
+  auto end = joined.begin();
+  ((end = std::copy(parts.begin(), parts.end(), end)), ...);
+  return joined;
+}
 
 inline constexpr std::uint32_t kNoMember = std::numeric_limits<std::uint32_t>::max();
 inline constexpr std::int32_t kEveryLaterMarker = std::numeric_limits<std::int32_t>::max();

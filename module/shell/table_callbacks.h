@@ -35,9 +35,14 @@ struct TableCallbacks {
                               HostContainer* payload) noexcept {
     return AnswerMessage(table, instance, id, payload);
   }
+  /// For shaders whose slots begin all zero. Without memory for them the render goes on.
+  static std::int32_t InitSlots(ShaderInstance* instance, const RenderInit* init) noexcept {
+    if (instance->data != nullptr && init->render != nullptr) MakeSlots(table, instance, init);
+    return 0;
+  }
   static void FreeRender(ShaderInstance* instance) noexcept { FreeSlots(instance); }
 
-  /// Stores all of these into a cleared record.
+  /// Stores all of these but InitSlots into a cleared record.
   static void Fill(ShaderRecord* record) noexcept {
     record->Alloc = Alloc;
     record->Free = Free;

@@ -28,21 +28,18 @@ constexpr Choice kSources[] = {
     {ColorizerBlue, "blue", "Blue"},
 };
 
-constexpr auto kOwnFields = std::to_array<Field>({
+constexpr auto kInputField = std::to_array<Field>({
     SORVANIX_INPUT(Block, input, 1003, "Input", "The colour that is read."),
-    {SORVANIX_RAMP_MEMBER(Block, Int, interpolation), .initial = Initially(0), .compared = true,
-     .copied = true, .key = 1000, .describeAs = DescribeInteger, .label = "Interpolation",
-     .help = "How the ramp runs between two knots.", .limits = {0, 4, 1},
-     .choices = kRampInterpolationChoices},
-    {SORVANIX_RAMP_MEMBER(Block, Int, count), .compared = true, .copied = true, .key = 1002,
-     .describeAs = DescribeInteger},
-    {SORVANIX_RAMP_MEMBER(Block, Int, selected), .compared = true, .copied = true},
+});
+constexpr auto kSourceField = std::to_array<Field>({
     {SORVANIX_MEMBER(Block, Int, source), .initial = Initially(0), .compared = true, .copied = true,
      .key = 1001, .describeAs = DescribeInteger, .label = "Source",
      .help = "What of the input's colour chooses the place on the ramp.", .limits = {0, 6, 1},
      .choices = kSources},
 });
-constexpr auto kFields = Join(kOwnFields, FilterStateFields<Block>());
+constexpr auto kFields =
+    Join(kInputField, RampFields<Block>({.interpolationKey = 1000, .countKey = 1002}), kSourceField,
+         FilterStateFields<Block>());
 
 constexpr auto kStoredFirst = std::to_array<StoredItem>({
     Stored(SORVANIX_PLACE(Block, RampCount, ramp)),

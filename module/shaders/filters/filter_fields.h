@@ -2,7 +2,6 @@
 // registration.
 #pragma once
 
-#include <algorithm>
 #include <array>
 
 #include "module/shell/shader_table.h"
@@ -11,15 +10,6 @@ namespace sorvanix {
 
 inline constexpr std::uint32_t kFilterInfoWord = 0x0220000F;
 inline constexpr const char* kFilterSlotFailureText = "Couldn't Allocate Globals";
-
-/// The rows of several lists as one.
-template <class Row, std::size_t... sizes>
-constexpr auto Join(const std::array<Row, sizes>&... parts) {
-  std::array<Row, (sizes + ...)> joined = {};
-  auto end = joined.begin();
-  ((end = std::copy(parts.begin(), parts.end(), end)), ...);
-  return joined;
-}
 
 /// A link as a parameter that people set.
 #define SORVANIX_INPUT(Block, member, key_, label_, help_)                               \
