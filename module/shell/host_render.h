@@ -69,22 +69,6 @@ inline float hostFractalRidged(const void* weights, const Vector& point, float o
                   offset, gain);
 }
 
-/// The texture coordinate of a surface point near the hit; `identity` tells the hit element.
-/// `otherwise` when the host cannot tell.
-inline Vector hostPointToUvw(const RenderContext* render, const TextureTag* tag,
-                             std::int32_t identity, const Vector& point, const Vector& normal,
-                             const Vector& otherwise) noexcept {
-  Vector uvw = otherwise;
-  hostCall(hostApi.render, &RenderTable::pointToUvw, render, tag, identity, &point, &normal, &uvw);
-  return uvw;
-}
-
-/// The camera's matrix, camera to world; null when the render has no camera.
-inline const Matrix* hostCameraMatrix(const RenderContext* render) noexcept {
-  return static_cast<const Matrix*>(
-      hostCall(hostApi.render, &RenderTable::query, nullptr, render, QueryCameraMatrix));
-}
-
 /// The size of the picture in pixels; 0 by 0 when the host cannot tell.
 struct PictureSize {
   std::int32_t width = 0;
@@ -101,6 +85,16 @@ inline Vector hostProjectToScreen(const RenderContext* render, const Vector& poi
   Vector screen = {};
   hostCall(hostApi.render, &RenderTable::projectToScreen, render, &point, &screen);
   return screen;
+}
+
+/// The texture coordinate of a surface point near the hit; `identity` tells the hit element.
+/// `otherwise` when the host cannot tell.
+inline Vector hostPointToUvw(const RenderContext* render, const TextureTag* tag,
+                             std::int32_t identity, const Vector& point, const Vector& normal,
+                             const Vector& otherwise) noexcept {
+  Vector uvw = otherwise;
+  hostCall(hostApi.render, &RenderTable::pointToUvw, render, tag, identity, &point, &normal, &uvw);
+  return uvw;
 }
 
 /// Unit vectors along increasing u and v, in the surface at the hit.

@@ -96,22 +96,6 @@ struct Field {
   bool describedAsReal = false;  ///< the type word is stored as a real
 };
 
-/// A component of a vector that messages, files and dialogs take as a number of its own.
-constexpr Field ComponentField(std::size_t offset, const char* name, float initial,
-                               std::int32_t key, const char* label, const char* help,
-                               Limits limits) {
-  return {.offset = static_cast<std::uint32_t>(offset),
-          .name = name,
-          .kind = ValueKind::Float,
-          .initial = Initially(initial),
-          .compared = true,
-          .copied = true,
-          .key = key,
-          .label = label,
-          .help = help,
-          .limits = limits};
-}
-
 /// The first columns of a field's row, and the two columns that place a saved value.
 #define SORVANIX_MEMBER(Block, kind_, member)                                     \
   .offset = static_cast<std::uint32_t>(offsetof(Block, member)), .name = #member, \

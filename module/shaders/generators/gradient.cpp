@@ -15,7 +15,6 @@ namespace {
 using Block = GradientBlock;
 
 #define MEMBER(kind, member) SORVANIX_MEMBER(Block, kind, member)
-#define RAMP_MEMBER(kind, member) SORVANIX_RAMP_MEMBER(Block, kind, member)
 #define PLACE(kind, member) SORVANIX_PLACE(Block, kind, member)
 #define RAMP_PLACE(kind, member) SORVANIX_RAMP_PLACE(Block, kind, member)
 
@@ -47,17 +46,7 @@ constexpr Choice kSpaces[] = {
 
 constexpr Limits kLength = {-1e6, 1e6, 1};
 
-constexpr std::size_t kStart = offsetof(Block, start), kEnd = offsetof(Block, end);
-constexpr std::size_t kY = offsetof(Vector, y), kZ = offsetof(Vector, z);
-
-constexpr Field kFields[] = {
-    {RAMP_MEMBER(Int, interpolation), .initial = Initially(RampCubic), .compared = true,
-     .copied = true, .key = 1000, .describeAs = DescribeInteger, .label = "Interpolation",
-     .help = "How the ramp runs between two knots.", .limits = {0, 4, 1},
-     .choices = kRampInterpolationChoices},
-    {RAMP_MEMBER(Int, count), .compared = true, .copied = true, .key = 1001,
-     .describeAs = DescribeInteger},
-    {RAMP_MEMBER(Int, selected), .compared = true, .copied = true},
+constexpr auto kOwnFields = std::to_array<Field>({
     {MEMBER(Int, type), .initial = Initially(GradientU), .compared = true, .copied = true,
      .key = 1002, .describeAs = DescribeInteger, .label = "Type",
      .help = "The shape along which the ramp runs, in the texture or in space.",
@@ -65,15 +54,23 @@ constexpr Field kFields[] = {
     {MEMBER(Int, space), .initial = Initially(GradientObject), .compared = true, .copied = true,
      .key = 1003, .describeAs = DescribeInteger, .label = "Space",
      .help = "What the shapes in space stay fixed to.", .limits = {0, 5, 1}, .choices = kSpaces},
-    ComponentField(kStart, "startX", -100, 1004, "Start X",
-                   "Where the line or the cylinder's axis begins; the middle of the sphere.",
-                   kLength),
-    ComponentField(kStart + kY, "startY", 0, 1005, "Start Y", "The same along y.", kLength),
-    ComponentField(kStart + kZ, "startZ", 0, 1006, "Start Z", "The same along z.", kLength),
-    ComponentField(kEnd, "endX", 100, 1007, "End X", "Where the line or the cylinder's axis ends.",
-                   kLength),
-    ComponentField(kEnd + kY, "endY", 0, 1008, "End Y", "The same along y.", kLength),
-    ComponentField(kEnd + kZ, "endZ", 0, 1009, "End Z", "The same along z.", kLength),
+    {SORVANIX_COMPONENT(Block, start, x, "startX"), .initial = Initially(-100.0f), .compared = true,
+     .copied = true, .key = 1004, .label = "Start X",
+     .help = "Where the line or the cylinder's axis begins; the middle of the sphere.",
+     .limits = kLength},
+    {SORVANIX_COMPONENT(Block, start, y, "startY"), .initial = Initially(0.0f), .compared = true,
+     .copied = true, .key = 1005, .label = "Start Y", .help = "The same along y.",
+     .limits = kLength},
+    {SORVANIX_COMPONENT(Block, start, z, "startZ"), .initial = Initially(0.0f), .compared = true,
+     .copied = true, .key = 1006, .label = "Start Z", .help = "The same along z.",
+     .limits = kLength},
+    {SORVANIX_COMPONENT(Block, end, x, "endX"), .initial = Initially(100.0f), .compared = true,
+     .copied = true, .key = 1007, .label = "End X",
+     .help = "Where the line or the cylinder's axis ends.", .limits = kLength},
+    {SORVANIX_COMPONENT(Block, end, y, "endY"), .initial = Initially(0.0f), .compared = true,
+     .copied = true, .key = 1008, .label = "End Y", .help = "The same along y.", .limits = kLength},
+    {SORVANIX_COMPONENT(Block, end, z, "endZ"), .initial = Initially(0.0f), .compared = true,
+     .copied = true, .key = 1009, .label = "End Z", .help = "The same along z.", .limits = kLength},
     {MEMBER(Float, radius), .initial = Initially(100.0f), .compared = true, .copied = true,
      .key = 1010, .label = "Radius", .help = "Where the ramp of the cylinder or the sphere ends.",
      .limits = kLength},
@@ -88,7 +85,9 @@ constexpr Field kFields[] = {
     {MEMBER(Int, nested), .initial = Initially(0), .compared = true},
     {MEMBER(Int, dialogChannel), .initial = Initially(0)},
     {MEMBER(Int, dialogChannelMark), .initial = Initially(-1)},
-};
+});
+constexpr auto kFields =
+    Join(RampFields<Block>({.interpolationKey = 1000, .countKey = 1001}), kOwnFields);
 
 constexpr std::int32_t kMarker = 20000729;
 constexpr std::int32_t kOldestMarker = 20000728;
@@ -99,12 +98,12 @@ constexpr StoredItem kStored[] = {
     Stored(RAMP_PLACE(Int, interpolation)),
     Stored(PLACE(Int, type)),
     Stored(PLACE(Int, space)),
-    Stored(ValueKind::Float, kStart),
-    Stored(ValueKind::Float, kStart + kY),
-    Stored(ValueKind::Float, kStart + kZ),
-    Stored(ValueKind::Float, kEnd),
-    Stored(ValueKind::Float, kEnd + kY),
-    Stored(ValueKind::Float, kEnd + kZ),
+    Stored(SORVANIX_COMPONENT_PLACE(Block, start, x)),
+    Stored(SORVANIX_COMPONENT_PLACE(Block, start, y)),
+    Stored(SORVANIX_COMPONENT_PLACE(Block, start, z)),
+    Stored(SORVANIX_COMPONENT_PLACE(Block, end, x)),
+    Stored(SORVANIX_COMPONENT_PLACE(Block, end, y)),
+    Stored(SORVANIX_COMPONENT_PLACE(Block, end, z)),
     Stored(PLACE(Float, radius)),
     Stored(PLACE(Bool, cycle)),
     Stored(PLACE(Int, previewObject)),
@@ -118,7 +117,6 @@ constexpr StoredItem kStored[] = {
 
 #undef RAMP_PLACE
 #undef PLACE
-#undef RAMP_MEMBER
 #undef MEMBER
 
 }  // namespace
@@ -148,12 +146,6 @@ constexpr ShaderTable kGradientTable = {
 };
 
 namespace {
-
-std::int32_t InitRender(ShaderInstance* instance, const RenderInit* init) noexcept {
-  if (instance->data == nullptr || init->render == nullptr) return 0;
-  MakeSlots(kGradientTable, instance, init);
-  return 0;
-}
 
 // How far apart the samples of a bump lie, in texture coordinates and in units of the space.
 constexpr float kStep = 0.001f;
@@ -233,8 +225,9 @@ void Output(Vector* result, ShaderInstance* instance, ChannelSample* sample) noe
 }  // namespace
 
 void FillGradientRecord(ShaderRecord* record) noexcept {
-  TableCallbacks<kGradientTable>::Fill(record);
-  record->InitRender = InitRender;
+  using Callbacks = TableCallbacks<kGradientTable>;
+  Callbacks::Fill(record);
+  record->InitRender = Callbacks::InitSlots;
   record->Output = Output;
 }
 
