@@ -2,6 +2,7 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/sample_points.h"
+#include "host/channels/channel_link.h"
 #include "host/host.h"
 #include "host/loader/module.h"
 #include "host/noise/noise_services.h"
@@ -30,13 +31,25 @@ void InstallLights(RenderTable& table) {
   };
 }
 
+// A projection that costs next to nothing.
+void InstallProjection(RenderTable& table) {
+  table.projectTexture = [](const TextureTag*, const RenderContext*, const Vector* point,
+                            const UvwRecord*, Vector* uvw) noexcept {
+    *uvw = *point;
+    return 1;
+  };
+}
+
 // Loaded once for all benchmarks.
 host::Module& LoadedModule() {
   static host::Host host({.services = {[](host::HostTables& tables) {
                             host::InstallNoiseServices(tables.render);
+                            host::InstallChannelLinks(tables.channel, tables.stream);
                             InstallLights(tables.render);
+                            InstallProjection(tables.render);
                           }}});
   static host::Module module = host::Module::Load(host, SORVANIX_MODULE_PATH).value();
+  static host::LinkedShaders linked(module.Shaders());
   return module;
 }
 
@@ -87,6 +100,7 @@ void SurfaceOutput(benchmark::State& state, host::Shader& shader) {
   render.lightsEnabled = 1;
   ChannelSample sample = {};
   sample.render = &render;
+  shader.InitRender({&render, nullptr});
   std::size_t i = 0;
   for (auto _ : state) {
     const bench::Point& p = points[i++ % bench::kPoints];
@@ -94,6 +108,7 @@ void SurfaceOutput(benchmark::State& state, host::Shader& shader) {
     render.bumpNormal = render.baseNormal = render.faceNormal = sample.normal = {p.x, p.y, p.z};
     benchmark::DoNotOptimize(shader.Output(sample));
   }
+  shader.FreeRender();
 }
 
 void OnSurface(benchmark::State& state, std::int32_t pluginId) {
@@ -111,6 +126,16 @@ void OnSurfaceWith(benchmark::State& state, std::int32_t pluginId, std::int32_t 
   SurfaceOutput(state, shader);
 }
 
+// A Projector with another shader in its input.
+void ProjectorOf(benchmark::State& state, std::int32_t pluginId) {
+  host::Container input, parameters;
+  input.Set(KeyLinkPluginId, Word{pluginId});
+  parameters.Set(1017, host::NestedContainer(input));
+  host::Shader shader = LoadedModule().Create(PluginIdProjector, ChannelColour).value();
+  shader.SetParameters(parameters);
+  SurfaceOutput(state, shader);
+}
+
 BENCHMARK_CAPTURE(Coherent, Buffy, PluginIdBuffy)->Name("shader/empty (Buffy)");
 BENCHMARK_CAPTURE(Coherent, Noise2D, PluginIdNoise2D)->Name("shader/2D Noise, coherent");
 BENCHMARK_CAPTURE(Scattered, Noise2D, PluginIdNoise2D)->Name("shader/2D Noise, scattered");
@@ -124,5 +149,6 @@ BENCHMARK_CAPTURE(OnSurface, Fresnel, PluginIdFresnel)->Name("shader/Fresnel, on
 BENCHMARK_CAPTURE(OnSurface, Falloff, PluginIdFalloff)->Name("shader/Falloff, on a surface");
 BENCHMARK_CAPTURE(OnSurface, Banj, PluginIdBanj)->Name("shader/Banj, lit by the host");
 BENCHMARK_CAPTURE(OnSurfaceWith, Banj, PluginIdBanj, 1000, 1)->Name("shader/Banj, Oren-Nayar");
+BENCHMARK_CAPTURE(ProjectorOf, Buffy, PluginIdBuffy)->Name("shader/Projector of Buffy");
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <numbers>
 
+#include "module/shaders/filters/hue.h"
 #include "tests/support/recording_lights.h"
 #include "tests/support/surface_fixture.h"
 
@@ -405,6 +406,22 @@ TEST_F(BanjOrenNayarTest, ACountBeyondTheLightsIsHarmless) {
   AddLight(kBelow);
   host.render.lightCount = [](const RenderContext*) noexcept { return 5; };
   EXPECT_GT(Output().x, 0.1f);
+}
+
+// --- inside a filter ---
+
+// It takes no part in the handshake of filters: it is not even marked.
+TEST_F(BanjTest, AFilterReadsItAsItIs) {
+  ShaderUnderTest hue(started, PluginIdHue);
+  Link(hue.block<HueBlock>().input).HoldShader(shader, PluginIdBanj);
+  IlluminateByCosine();
+  AddLight(kBelow, {0.25f, 0.5f, 0.75f});
+  const RenderInit init = {&render, nullptr};
+  ASSERT_EQ(hue.record.InitRender(&hue.instance, &init), 0);
+  EXPECT_EQ(block.nested, 0);
+  EXPECT_EQ(instance.slots, nullptr);
+  ExpectVector(hue.Output(sample), {0.25f, 0.5f, 0.75f});
+  hue.record.FreeRender(&hue.instance);
 }
 
 // --- data ---

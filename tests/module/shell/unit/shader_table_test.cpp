@@ -17,6 +17,7 @@ struct MadeUpBlock {
   Vector vector;
   HostString* text;
   ChannelLink* link;
+  Matrix matrix;
   Ramp ramp;
   std::int32_t state;  // without an initial value and not copied
   std::int32_t nested;
@@ -37,15 +38,20 @@ constexpr Field kFields[] = {
     {MEMBER(String, text), .compared = true, .copied = true, .key = 1003,
      .describeAs = DescribeInteger},
     {MEMBER(Link, link), .compared = true, .copied = true, .key = 1004},
+    {MEMBER(Matrix, matrix), .initial = InitiallyIdentity(), .compared = true, .copied = true},
     {SORVANIX_RAMP_MEMBER(MadeUpBlock, Int, count), .compared = true, .copied = true, .key = 1005},
     {MEMBER(Int, state)},
     {MEMBER(Int, nested), .initial = Initially(0)},
 };
 
 constexpr StoredItem kStored[] = {
-    Stored(PLACE(String, text)),          Stored(PLACE(Link, link)),
-    Stored(PLACE(RampCount, ramp)),       Stored(PLACE(RampKnots, ramp)),
-    Stored(PLACE(RampOrder, ramp)),       StoredLiteral(200, ValueKind::Bool, 1, 2),
+    Stored(PLACE(String, text)),
+    Stored(PLACE(Link, link)),
+    Stored(PLACE(Matrix, matrix)),
+    Stored(PLACE(RampCount, ramp)),
+    Stored(PLACE(RampKnots, ramp)),
+    Stored(PLACE(RampOrder, ramp)),
+    StoredLiteral(200, ValueKind::Bool, 1, 2),
     StoredSince(201, PLACE(Int, number)),
 };
 
@@ -124,10 +130,31 @@ TEST_F(ShaderTableTest, AStringIsComparedByItsText) {
   Callbacks::Free(&other);
 }
 
+TEST_F(ShaderTableTest, AMatrixStartsAsTheIdentityAndIsComparedByItsElements) {
+  const Matrix& matrix = block().matrix;
+  EXPECT_EQ(matrix.off.x, 0);
+  EXPECT_EQ(matrix.v1.x, 1);
+  EXPECT_EQ(matrix.v2.y, 1);
+  EXPECT_EQ(matrix.v3.z, 1);
+  EXPECT_EQ(matrix.v3.y, 0);
+  ShaderInstance other = {};
+  Callbacks::Alloc(&other);
+  for (float Vector::*component : {&Vector::x, &Vector::y, &Vector::z}) {
+    for (Vector Matrix::*row : {&Matrix::off, &Matrix::v1, &Matrix::v2, &Matrix::v3}) {
+      block().matrix.*row.*component += 1;
+      EXPECT_EQ(Callbacks::Compare(&instance, &other), 0);
+      EXPECT_EQ(Callbacks::Copy(&instance, &other), 1);
+      EXPECT_EQ(Callbacks::Compare(&instance, &other), 1);
+    }
+  }
+  Callbacks::Free(&other);
+}
+
 TEST_F(ShaderTableTest, WriteThenReadRestoresEveryKind) {
   SetText("text");
   ScriptedLink::Of(block().link).content.name = "linked";
   block().number = 8;
+  block().matrix.v2.y = 5;
   block().ramp.knots[1].colour = {0.1f, 0.2f, 0.3f};
   FakeStream stream;
   EXPECT_EQ(Callbacks::Write(&instance, stream.handle()), 1);
