@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "apps/sorvanix/recipe_files.h"
 #include "host/bake/flat_bake.h"
 #include "host/bake/mesh_bake.h"
 #include "host/bake/plane_bake.h"
@@ -94,7 +95,9 @@ tl::expected<BakedMesh, Failure> LoadBakedMesh(const BakeOptions& options) {
   if (const auto checked = host::CheckCoordinates(*mesh, set); !checked) {
     return refuse(checked.error());
   }
-  BakedMesh baked = {.mesh = std::make_shared<host::PolygonMesh>(std::move(*mesh)), .tiles = {}};
+  BakedMesh baked;
+  baked.hash = HashOf(*mesh);
+  baked.mesh = std::make_shared<host::PolygonMesh>(std::move(*mesh));
   if (options.udim) baked.tiles = host::TilesOfMesh(baked.mesh, set);
   if (options.udim && baked.tiles.empty()) return refuse("no polygon reaches into a UDIM tile");
   return baked;

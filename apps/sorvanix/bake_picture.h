@@ -19,6 +19,7 @@ namespace sorvanix::cli {
 /// What --mesh names; nothing without it.
 struct BakedMesh {
   std::shared_ptr<const host::PolygonMesh> mesh;
+  std::string hash;                 // of the mesh
   std::vector<host::UvTile> tiles;  // of --udim
 };
 

@@ -4,6 +4,7 @@
 
 #include "apps/sorvanix/material_input.h"
 #include "apps/sorvanix/program.h"
+#include "apps/sorvanix/recipe_files.h"
 #include "apps/sorvanix/report.h"
 #include "host/bake/temporary_file.h"
 #include "host/channels/material_shader.h"
@@ -19,12 +20,14 @@ using host::Json;
 Json Text(std::string text) { return Json(std::move(text)); }
 
 // What tells a bake on a surface from a flat one.
-void AddSurface(Json::Object& recipe, const BakeOptions& options, const PlannedPicture& output) {
+void AddSurface(Json::Object& recipe, const BakeOptions& options, const BakedMesh& mesh,
+                const PlannedPicture& output) {
   if (options.plane) {
     recipe.push_back({"surface", Text("plane")});
   } else {
     recipe.push_back({"surface", Text("mesh")});
     recipe.push_back({"mesh", Text(options.mesh)});
+    recipe.push_back({"meshHash", Text(mesh.hash)});
     recipe.push_back({"uvSet", host::JsonOf(options.uvwSet)});
     recipe.push_back({"gutter", host::JsonOf(options.gutter)});
     if (output.tile) recipe.push_back({"udim", host::JsonOf(output.tile->Udim())});
@@ -33,14 +36,15 @@ void AddSurface(Json::Object& recipe, const BakeOptions& options, const PlannedP
 
 // What an image file tells of its making. Its "material" is a material file again.
 std::string RecipeOf(const host::MaterialNode& material, const BakeOptions& options,
-                     const PlannedPicture& output) {
+                     const BakedMesh& mesh, const PlannedPicture& output) {
   Json::Object recipe = {
       {"material", JsonOf(material)},
       {"channel", Text(options.ChannelName())},
       {"size", Json(Json::Array{host::JsonOf(options.Width()), host::JsonOf(options.Height())})},
       {"samples", host::JsonOf(options.picture.samples)},
       {"time", host::JsonOf(output.at.time)}};
-  if (!options.IsFlat()) AddSurface(recipe, options, output);
+  if (!options.IsFlat()) AddSurface(recipe, options, mesh, output);
+  AddFiles(recipe, FilesOf(material));
   return host::WriteJson(Json(std::move(recipe)), -1);
 }
 
@@ -94,7 +98,7 @@ void BakeRun::BakeMaterial(const std::string& file, const std::vector<PlannedPic
 tl::expected<void, Failure> BakeRun::BakeOutput(const std::string& materialFile,
                                                 const host::MaterialNode& material,
                                                 const PlannedPicture& output) {
-  const std::string recipe = RecipeOf(material, options_, output);
+  const std::string recipe = RecipeOf(material, options_, mesh_, output);
   if (options_.picture.resume && IsFinished(output, recipe)) {
     tally_.Succeed();
     return {};

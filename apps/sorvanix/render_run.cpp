@@ -126,6 +126,7 @@ tl::expected<void, Failure> RenderRun::ReadScene() {
     return tl::unexpected(Failure{ExitCode::InvalidInput, message});
   }
   scene_ = std::move(reading.scene);
+  files_ = FilesOf(*scene_);
   documents_.SetActive(scene_.get());
   const PictureOptions& picture = options_.picture;
   width_ = picture.width > 0 ? picture.width : scene_->camera.width;
@@ -185,6 +186,7 @@ std::string RenderRun::Recipe(const PlannedPicture& output) const {
                          {"samples", host::JsonOf(options_.picture.samples)},
                          {"time", host::JsonOf(output.at.time)}};
   if (options_.noFilter) recipe.push_back({"filter", Json(false)});
+  AddFiles(recipe, files_);
   return host::WriteJson(Json(std::move(recipe)), -1);
 }
 

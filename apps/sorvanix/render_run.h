@@ -11,6 +11,7 @@
 #include "apps/sorvanix/host_setup.h"
 #include "apps/sorvanix/picture_file.h"
 #include "apps/sorvanix/progress.h"
+#include "apps/sorvanix/recipe_files.h"
 #include "host/scene/document_tables.h"
 #include "host/scene/scene.h"
 #include "host/services/json.h"
@@ -55,6 +56,7 @@ class RenderRun {
   bool hasWarned_ = false;
   LoadedModule module_;                 // outlives the scene, whose materials hold its shaders
   std::unique_ptr<host::Scene> scene_;  // null until it is read
+  RecipeFiles files_;                   // of the scene
   int width_ = 0, height_ = 0;
 };
 

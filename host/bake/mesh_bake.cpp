@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/bake/gutter.h"
 #include "host/render/projection.h"
 #include "host/scene/transform.h"
 

@@ -148,37 +148,4 @@ std::vector<UvTile> UdimTiles(const MeshSurface& surface, std::size_t uvwSet) {
   return tiles;
 }
 
-void DilateGutter(const UvChart& chart, int texels, std::vector<float>& rgb) {
-  const auto index = [&](int x, int y) {
-    return static_cast<std::size_t>(y) * static_cast<std::size_t>(chart.width) +
-           static_cast<std::size_t>(x);
-  };
-  std::vector<bool> filled(chart.triangle.size());
-  for (std::size_t i = 0; i < filled.size(); ++i) {
-    filled[i] = chart.triangle[i] != UvChart::kNothing;
-  }
-  for (int pass = 0; pass < texels; ++pass) {
-    const std::vector<bool> before = filled;
-    for (int y = 0; y < chart.height; ++y) {
-      for (int x = 0; x < chart.width; ++x) {
-        if (before[index(x, y)]) continue;
-        double sum[3] = {0, 0, 0};
-        int neighbours = 0;
-        for (int ny = std::max(y - 1, 0); ny <= std::min(y + 1, chart.height - 1); ++ny) {
-          for (int nx = std::max(x - 1, 0); nx <= std::min(x + 1, chart.width - 1); ++nx) {
-            if (!before[index(nx, ny)]) continue;
-            for (std::size_t i = 0; i < 3; ++i) sum[i] += rgb[index(nx, ny) * 3 + i];
-            ++neighbours;
-          }
-        }
-        if (neighbours == 0) continue;
-        for (std::size_t i = 0; i < 3; ++i) {
-          rgb[index(x, y) * 3 + i] = static_cast<float>(sum[i] / neighbours);
-        }
-        filled[index(x, y)] = true;
-      }
-    }
-  }
-}
-
 }  // namespace sorvanix::host

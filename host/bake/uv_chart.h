@@ -44,8 +44,4 @@ ChartPlace PlaceOnTriangle(const MeshSurface& surface, std::size_t uvwSet, std::
 /// The tiles with a UDIM number, 1001 to 1999, into which triangles reach, by number.
 std::vector<UvTile> UdimTiles(const MeshSurface& surface, std::size_t uvwSet);
 
-/// Fills texels outside the chart from their neighbours, as many texels wide, so that filters at a
-/// chart's edge find its colour. What is farther out keeps its colour.
-void DilateGutter(const UvChart& chart, int texels, std::vector<float>& rgb);
-
 }  // namespace sorvanix::host

@@ -40,12 +40,18 @@ double ConeShare(const LightRecord& light, const Vec3& toLight) {
 }
 
 bool InShadow(const LitPoint& at, const Vec3& toLight, double distance) {
-  const double side = Dot(at.normal, toLight) < 0 ? -kShadowOffset : kShadowOffset;
-  return at.shadows->Blocks(at.point + at.normal * side, toLight, distance, at.identity);
+  const bool isInFront = Dot(at.normal, toLight) >= 0;
+  Vec3 start = at.point + at.normal * (isInFront ? kShadowOffset : -kShadowOffset);
+  if (isInFront && Dot(at.normal, at.lift) > 0) start += at.lift;
+  return at.shadows->Blocks(start, toLight, distance, at.identity);
 }
 
+/// Whose light counts: shadows of what does not are never asked for.
+enum class Side { Both, Front };
+
 /// A light of any kind but ambient, standing at `position`.
-ArrivingLight SampleFrom(const LightRecord& light, const Vec3& position, const LitPoint& at) {
+ArrivingLight SampleFrom(const LightRecord& light, const Vec3& position, const LitPoint& at,
+                         Side side) {
   ArrivingLight arriving;
   double distance = std::numeric_limits<double>::infinity();
   double share = 1;
@@ -60,7 +66,8 @@ ArrivingLight SampleFrom(const LightRecord& light, const Vec3& position, const L
   }
   arriving.colour = Vec3(light.colour) * share;
   arriving.arrives = !IsBlack(arriving.colour);
-  if (arriving.arrives && at.shadows != nullptr && light.castShadows != 0 &&
+  const bool counts = side == Side::Both || Dot(at.normal, arriving.direction) > 0;
+  if (arriving.arrives && counts && at.shadows != nullptr && light.castShadows != 0 &&
       InShadow(at, arriving.direction, distance)) {
     arriving.colour = {};
   }
@@ -73,7 +80,7 @@ void ForEachAreaPoint(const LightRecord& light, const LitPoint& at, Add&& add) {
   for (const double w : kAreaFractions) {
     for (const double u : kAreaFractions) {
       const Vec3 position = Vec3(light.position) + Vec3(light.areaU) * u + Vec3(light.areaW) * w;
-      const ArrivingLight arriving = SampleFrom(light, position, at);
+      const ArrivingLight arriving = SampleFrom(light, position, at, Side::Front);
       if (arriving.arrives) add(arriving);
     }
   }
@@ -94,7 +101,7 @@ double Highlight(const Vec3& normal, double cosine, const Vec3& toLight, const V
 
 ArrivingLight SampleLight(const LightRecord& light, const LitPoint& at) noexcept {
   if (light.ambient != 0) return {true, Vec3(light.colour), at.normal};
-  return SampleFrom(light, Vec3(light.position), at);
+  return SampleFrom(light, Vec3(light.position), at, Side::Both);
 }
 
 void Illuminate(std::span<const LightRecord> lights, const LitPoint& at, const Vec3& view,
@@ -116,7 +123,7 @@ void Illuminate(std::span<const LightRecord> lights, const LitPoint& at, const V
       ForEachAreaPoint(
           light, at, [&](const ArrivingLight& arriving) { add(light, arriving, 1 / kAreaPoints); });
     } else {
-      const ArrivingLight arriving = SampleLight(light, at);
+      const ArrivingLight arriving = SampleFrom(light, Vec3(light.position), at, Side::Front);
       if (arriving.arrives) add(light, arriving, 1);
     }
   }

@@ -40,6 +40,7 @@ struct LitPoint {
   Vec3 normal;
   const Occluder* shadows = nullptr;  ///< null: nothing throws a shadow
   std::int32_t identity = 0;          ///< the element that shadow rays skip
+  Vec3 lift = {};                     ///< by which shadow rays in front start farther out
 };
 
 /// What a light sends to a point, whichever side of the surface it stands on. An area light counts

@@ -85,7 +85,8 @@ class LayerShading {
                {.point = record_.sample.at.point,
                 .normal = layer.normal,
                 .shadows = record_.frame->occluder,
-                .identity = context.lightParamA},
+                .identity = context.lightParamA,
+                .lift = record_.sample.at.lift},
                -RayDirection(record_), material_.highlightExponent, light);
     if (On(ChannelColour)) {
       Vec3 colour = Value(ChannelColour) * (Vec3(1, 1, 1) - layer.through);

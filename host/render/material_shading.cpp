@@ -6,8 +6,9 @@ namespace sorvanix::host {
 
 namespace {
 
-/// A ray that goes on from a surface does not meet that surface again.
-constexpr double kLeaveSurface = 1e-3;
+/// A ray that goes on from a polygon does not meet it again, nor its neighbours within this share
+/// of the largest coordinate: sixteen times what floats tell apart, at every size of scene.
+constexpr double kLeaveSurface = 2e-6;
 
 bool IsOutsideTile(const TextureTag& tag, const Vec3& uvw) {
   const bool tiles = (tag.flags & 1) != 0;
@@ -16,10 +17,9 @@ bool IsOutsideTile(const TextureTag& tag, const Vec3& uvw) {
 
 }  // namespace
 
-Vec3 MaterialShading::Follow(const Ray& ray, ShadingRecord& record, int depth,
-                             double nearest) const {
-  if (depth == kDeepestRay) return scene_.background;
-  const auto hit = tracer_.Intersect(ray.origin, ray.direction, nearest);
+Vec3 MaterialShading::Follow(const Ray& ray, ShadingRecord& record, const Departure& from) const {
+  if (from.depth == kDeepestRay) return scene_.background;
+  const auto hit = tracer_.Intersect(ray.origin, ray.direction, from.nearest, from.identity);
   if (!hit) return scene_.background;
 
   const RenderObject& object = scene_.objects[hit->object];
@@ -34,14 +34,18 @@ Vec3 MaterialShading::Follow(const Ray& ray, ShadingRecord& record, int depth,
                        .object = &object.record});
   // The record is filled anew farther on: only what is in `surface` counts from here.
   const Surface surface = Shade(record, object);
+  const Departure next = {
+      .depth = from.depth + 1,
+      .nearest = kLeaveSurface * object.surface.LargestCoordinate(hit->triangle),
+      .identity = object.IdentityOf(at.polygon)};
   Vec3 colour = surface.own;
   if (!IsBlack(surface.mirror)) {
-    colour += surface.mirror * Follow(Mirror(ray, at.point, footprint, surface.mirrorNormal),
-                                      record, depth + 1, kLeaveSurface);
+    colour +=
+        surface.mirror *
+        Follow(Mirror(ray, at.point, footprint, surface.mirrorNormal, at.faceNormal), record, next);
   }
   if (!IsBlack(surface.through)) {
-    colour += surface.through *
-              Follow(PassOn(ray, at.point, footprint), record, depth + 1, kLeaveSurface);
+    colour += surface.through * Follow(PassOn(ray, at.point, footprint), record, next);
   }
   return colour;
 }

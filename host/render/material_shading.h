@@ -22,9 +22,7 @@ class MaterialShading {
       : scene_(scene), tracer_(tracer), materials_(materials) {}
 
   /// The colour that comes along a ray. The record is the calling thread's own.
-  Vec3 ColourAlong(const Ray& ray, ShadingRecord& record) const {
-    return Follow(ray, record, 0, 0);
-  }
+  Vec3 ColourAlong(const Ray& ray, ShadingRecord& record) const { return Follow(ray, record, {}); }
 
  private:
   /// What one surface sends back along a ray, and which shares come from elsewhere.
@@ -35,7 +33,14 @@ class MaterialShading {
     Vec3 mirrorNormal;
   };
 
-  Vec3 Follow(const Ray& ray, ShadingRecord& record, int depth, double nearest) const;
+  /// What a ray comes from: the eye, or a surface that it does not meet again.
+  struct Departure {
+    int depth = 0;  ///< surfaces met so far
+    double nearest = 0;
+    std::int32_t identity = 0;
+  };
+
+  Vec3 Follow(const Ray& ray, ShadingRecord& record, const Departure& from) const;
   Surface Shade(ShadingRecord& record, const RenderObject& object) const;
 
   const RenderScene& scene_;

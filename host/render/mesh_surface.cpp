@@ -1,5 +1,7 @@
 #include "host/render/mesh_surface.h"
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "host/render/matrix.h"
@@ -54,13 +56,32 @@ SurfacePoint MeshSurface::At(std::size_t triangle, double b, double c) const noe
   at.point = p0 + (p1 - p0) * b + (p2 - p0) * c;
   at.faceNormal = Normalised(Cross(p1 - p0, p2 - p0) * outwards_, {0, 0, -1});
   at.normal = at.faceNormal;
-  if (!mesh_->normals.empty()) {
-    const host::Corners& normals = mesh_->normals[static_cast<std::size_t>(t.polygon)];
-    const Vec3 local = Vec3(normals[t.corner[0]]) * (1 - b - c) + Vec3(normals[t.corner[1]]) * b +
-                       Vec3(normals[t.corner[2]]) * c;
-    at.normal = Normalised(MapDirection(normalMatrix_, local) * outwards_, at.faceNormal);
-  }
+  if (!mesh_->normals.empty()) Round(at);
   return at;
+}
+
+void MeshSurface::Round(SurfacePoint& at) const noexcept {
+  const SurfaceTriangle& t = triangles_[at.triangle];
+  const std::array<Vec3, 3> corners = Corners(t);
+  const host::Corners& normals = mesh_->normals[static_cast<std::size_t>(t.polygon)];
+  const double weights[3] = {1 - at.b - at.c, at.b, at.c};
+  Vec3 mean;
+  for (std::size_t i = 0; i < 3; ++i) {
+    const Vec3 local(normals[t.corner[i]]);
+    mean += local * weights[i];
+    const Vec3 normal = Normalised(MapDirection(normalMatrix_, local) * outwards_);
+    const double above = Dot(corners[i] - at.point, normal);
+    if (above > 0) at.lift += normal * (weights[i] * above);
+  }
+  at.normal = Normalised(MapDirection(normalMatrix_, mean) * outwards_, at.faceNormal);
+}
+
+double MeshSurface::LargestCoordinate(std::size_t triangle) const noexcept {
+  double largest = 0;
+  for (const Vec3& corner : Corners(triangles_[triangle])) {
+    largest = std::max({largest, std::abs(corner.x), std::abs(corner.y), std::abs(corner.z)});
+  }
+  return largest;
 }
 
 UvFrame MeshSurface::UvFrameAt(const SurfacePoint& at, std::size_t uvwSet) const noexcept {

@@ -1,4 +1,8 @@
 // The surface of one object in world space: triangles, and what is at a point of one.
+//
+// Where normals make polygons look round, shadows of polygon on polygon would show their edges. A
+// shadow ray therefore starts above the polygon, on planes through its corners: J. Hanika, "Hacking
+// the shadow terminator", 2021.
 #pragma once
 
 #include <array>
@@ -24,6 +28,7 @@ struct SurfacePoint {
   Vec3 point;
   Vec3 faceNormal;           ///< unit vector, outwards
   Vec3 normal;               ///< interpolated, unit vector
+  Vec3 lift;                 ///< from the flat polygon to the round surface that its normals tell
   std::size_t triangle = 0;  ///< of the surface
   double b = 0, c = 0;       ///< barycentric coordinates of the triangle's second and third corner
   std::int32_t polygon = 0;  ///< of the mesh
@@ -42,6 +47,9 @@ class MeshSurface {
   /// corner.
   SurfacePoint At(std::size_t triangle, double b, double c) const noexcept;
 
+  /// The largest coordinate of a triangle's corners: rounding moves them by a share of it.
+  double LargestCoordinate(std::size_t triangle) const noexcept;
+
   /// How a set of the mesh's coordinates, which it must have, lies at one of its points.
   UvFrame UvFrameAt(const SurfacePoint& at, std::size_t uvwSet) const noexcept;
 
@@ -51,6 +59,7 @@ class MeshSurface {
 
  private:
   std::array<Vec3, 3> Corners(const SurfaceTriangle& triangle) const noexcept;
+  void Round(SurfacePoint& at) const noexcept;
 
   std::shared_ptr<const PolygonMesh> mesh_;
   Matrix normalMatrix_;

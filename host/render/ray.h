@@ -58,12 +58,17 @@ inline Ray PassOn(const Ray& ray, const Vec3& point, const Footprint& footprint)
   return next;
 }
 
-/// The ray that a surface mirrors, taken as flat within the footprint.
-inline Ray Mirror(const Ray& ray, const Vec3& point, const Footprint& footprint,
-                  const Vec3& normal) noexcept {
+/// The ray that a surface mirrors, taken as flat within the footprint. `normal` may be a bent one;
+/// where it would send the ray into the face, the face mirrors it once more.
+inline Ray Mirror(const Ray& ray, const Vec3& point, const Footprint& footprint, const Vec3& normal,
+                  const Vec3& faceNormal) noexcept {
   Ray next = PassOn(ray, point, footprint);
   next.direction = Normalised(Mirrored(ray.direction, normal), ray.direction);
   for (Vec3& step : next.directionStep) step = Mirrored(step, normal);
+  if (Dot(next.direction, faceNormal) * Dot(ray.direction, faceNormal) > 0) {
+    next.direction = Mirrored(next.direction, faceNormal);
+    for (Vec3& step : next.directionStep) step = Mirrored(step, faceNormal);
+  }
   return next;
 }
 

@@ -21,8 +21,8 @@ struct ReleaseScene {
 using DevicePointer = std::unique_ptr<RTCDeviceTy, ReleaseDevice>;
 using ScenePointer = std::unique_ptr<RTCSceneTy, ReleaseScene>;
 
-/// A question for occlusion, with what its filter needs.
-struct ShadowContext {
+/// A question to Embree, with what its filter needs.
+struct Question {
   RTCIntersectContext context;  // first: Embree hands its address to the filter
   const RenderScene* scene;
   std::int32_t identity;
@@ -30,12 +30,19 @@ struct ShadowContext {
 
 /// Passes over hits on the element that the ray started from.
 void SkipIdentity(const RTCFilterFunctionNArguments* arguments) {
-  const auto* shadow = reinterpret_cast<const ShadowContext*>(arguments->context);
+  const auto* question = reinterpret_cast<const Question*>(arguments->context);
   const unsigned object = RTCHitN_geomID(arguments->hit, 1, 0);
   const unsigned triangle = RTCHitN_primID(arguments->hit, 1, 0);
-  const RenderObject& hit = shadow->scene->objects[object];
+  const RenderObject& hit = question->scene->objects[object];
   const std::int32_t polygon = hit.surface.Triangles()[triangle].polygon;
-  if (hit.IdentityOf(polygon) == shadow->identity) arguments->valid[0] = 0;
+  if (hit.IdentityOf(polygon) == question->identity) arguments->valid[0] = 0;
+}
+
+Question Ask(const RenderScene& scene, std::int32_t identity) {
+  Question question = {.context = {}, .scene = &scene, .identity = identity};
+  rtcInitIntersectContext(&question.context);
+  if (identity != 0) question.context.filter = SkipIdentity;
+  return question;
 }
 
 RTCRay ToRay(const Vec3& origin, const Vec3& direction, double nearest, double farthest) {
@@ -119,15 +126,14 @@ tl::expected<Tracer, std::string> Tracer::Create(const RenderScene& scene) {
   return Tracer(std::make_unique<State>(State{&scene, std::move(device), std::move(embree)}));
 }
 
-std::optional<RayHit> Tracer::Intersect(const Vec3& origin, const Vec3& direction,
-                                        double nearest) const noexcept {
-  RTCIntersectContext context;
-  rtcInitIntersectContext(&context);
+std::optional<RayHit> Tracer::Intersect(const Vec3& origin, const Vec3& direction, double nearest,
+                                        std::int32_t identity) const noexcept {
+  Question question = Ask(*state_->scene, identity);
   RTCRayHit query = {};
   query.ray = ToRay(origin, direction, nearest, std::numeric_limits<double>::infinity());
   query.hit.geomID = RTC_INVALID_GEOMETRY_ID;
   if (!IsValid(query.ray)) return std::nullopt;
-  rtcIntersect1(state_->embree.get(), &context, &query);
+  rtcIntersect1(state_->embree.get(), &question.context, &query);
   if (query.hit.geomID == RTC_INVALID_GEOMETRY_ID) return std::nullopt;
   return RayHit{.object = query.hit.geomID,
                 .triangle = query.hit.primID,
@@ -138,12 +144,10 @@ std::optional<RayHit> Tracer::Intersect(const Vec3& origin, const Vec3& directio
 
 bool Tracer::Blocks(const Vec3& origin, const Vec3& direction, double distance,
                     std::int32_t identity) const noexcept {
-  ShadowContext shadow = {.context = {}, .scene = state_->scene, .identity = identity};
-  rtcInitIntersectContext(&shadow.context);
-  shadow.context.filter = SkipIdentity;
+  Question question = Ask(*state_->scene, identity);
   RTCRay ray = ToRay(origin, direction, 0, distance);
   if (!IsValid(ray)) return false;
-  rtcOccluded1(state_->embree.get(), &shadow.context, &ray);
+  rtcOccluded1(state_->embree.get(), &question.context, &ray);
   return ray.tfar < 0;  // Embree's mark of a hit
 }
 

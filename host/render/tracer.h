@@ -33,9 +33,10 @@ class Tracer : public Occluder {
   Tracer(Tracer&&) noexcept;
   ~Tracer() override;
 
-  /// The first hit at more than `nearest` from the origin; `direction` is a unit vector.
-  std::optional<RayHit> Intersect(const Vec3& origin, const Vec3& direction,
-                                  double nearest) const noexcept;
+  /// The first hit at more than `nearest` from the origin that is not on the element `identity`;
+  /// 0 is no element. `direction` is a unit vector.
+  std::optional<RayHit> Intersect(const Vec3& origin, const Vec3& direction, double nearest,
+                                  std::int32_t identity = 0) const noexcept;
 
   bool Blocks(const Vec3& origin, const Vec3& direction, double distance,
               std::int32_t identity) const noexcept override;

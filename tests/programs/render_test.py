@@ -106,6 +106,27 @@ class Sequences(ProgramTest):
         self.write("s.json", scene(camera={"position": [0, 0, -400]}))
         self.assertEqual(self.run_program("render", "s.json", *SIZE, "--resume")[0], "s.png\n")
 
+    def test_resume_makes_what_was_made_from_other_files(self):
+        made = scene()
+        made["materials"][0]["channels"]["colour"]["graph"] = "m.json"
+        made["materials"].append({"name": "Wall", "channels": {
+            "luminance": {"graph": {"shader": "Bright/Contrast", "input": "b.ppm"}}}})
+        made["objects"].append({"kind": "mesh", "file": "w.obj",
+                                "textures": [{"material": "Wall"}]})
+        self.write("s.json", made)
+        self.write("m.json", {"shader": "2D Noise"})
+        self.write("b.ppm", "P3 1 1 255 10 20 30")
+        self.write("w.obj", "v 0 0 0\nv 0 1 0\nv 1 0 0\nf 1 2 3\n")
+        self.run_program("render", "s.json", *SIZE)
+        self.assertEqual(self.run_program("render", "s.json", *SIZE, "--resume")[0], "")
+        for name, text in (("m.json", {"shader": "2D Noise", "octaves": 7}),
+                           ("b.ppm", "P3 1 1 255 10 20 31"),
+                           ("w.obj", "v 0 0 0\nv 0 2 0\nv 1 0 0\nf 1 2 3\n")):
+            self.write(name, text)
+            out, _ = self.run_program("render", "s.json", *SIZE, "--resume")
+            self.assertEqual(out, "s.png\n", name)
+            self.assertEqual(self.run_program("render", "s.json", *SIZE, "--resume")[0], "", name)
+
     def test_resume_makes_what_is_no_whole_picture(self):
         self.write("s.json", scene())
         self.run_program("render", "s.json", *SIZE)

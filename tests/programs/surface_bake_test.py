@@ -124,6 +124,18 @@ class Resume(ProgramTest):
         self.material(speed=2)
         self.assertEqual(len(self.run_program(*frames)[0].split()), 4)
 
+    def test_what_was_made_from_other_files_is_made_anew(self):
+        self.write("m.json", {"shader": "Bright/Contrast", "input": "b.ppm"})
+        self.write("b.ppm", "P3 1 1 255 10 20 30")
+        self.write("wall.obj", WALL.format(right=1))
+        bake = ("bake", "m.json", "--mesh", "wall.obj", "--size", 8, "--resume")
+        self.assertEqual(self.run_program(*bake)[0], "m.png\n")
+        self.assertEqual(self.run_program(*bake)[0], "")
+        for name, text in (("b.ppm", "P3 1 1 255 10 20 31"), ("wall.obj", WALL.format(right=0.5))):
+            self.write(name, text)
+            self.assertEqual(self.run_program(*bake)[0], "m.png\n", name)
+            self.assertEqual(self.run_program(*bake)[0], "", name)
+
 
 if __name__ == "__main__":
     unittest.main()

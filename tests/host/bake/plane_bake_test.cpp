@@ -133,22 +133,60 @@ struct Ramp : Texture {
   tl::expected<Image, std::string> Pixels() const override { return Image(8, 4); }
 };
 
-TEST(NormalMap, ABitmapInTheBumpChannelIsAHeight) {
-  const TextureLoader former = SetTextureLoader(
+/// Every bitmap is the ramp as long as this lives.
+class OnlyRamps {
+ public:
+  OnlyRamps() = default;
+  OnlyRamps(const OnlyRamps&) = delete;
+  OnlyRamps& operator=(const OnlyRamps&) = delete;
+  ~OnlyRamps() { SetTextureLoader(former_); }
+
+ private:
+  const TextureLoader former_ = SetTextureLoader(
       [](const std::filesystem::path&) -> tl::expected<TexturePointer, std::string> {
         return std::make_shared<Ramp>();
       });
+};
+
+TEST(NormalMap, ABitmapInTheBumpChannelIsAHeight) {
+  const OnlyRamps ramps;
   Link link;
   link.HoldBitmap("ramp.png");
   LinkSource source(link);
   const Image image =
       Bake(source, {.width = 4, .height = 4, .normalMap = NormalConvention::DirectX});
-  SetTextureLoader(former);
   // Over two pixels it rises by 1/4 along u and by 1/8 along v: slopes of 3.5/4 and 3.5/8, away
   // from which the normal leans.
   const Vec3 normal = Normalised({-3.5 / 4, -3.5 / 8, 1});
   EXPECT_THAT(PixelOf(image, 2, 1),
               FloatVec(0.5 + normal.x / 2, 0.5 + normal.y / 2, 0.5 + normal.z / 2));
+}
+
+TEST(PlaneBakeOfTheModule, AFilterOfAKnownHeightHasTheSlopeOfItsFormula) {
+  const RealModule real;
+  const OnlyRamps ramps;
+  Container bitmap, parameters, description;
+  bitmap.Set(KeyLinkPluginId, Word{0});
+  bitmap.Set(KeyLinkFilename, Filename("ramp.png"));
+  parameters.Set(1004, NestedContainer(bitmap));  // input
+  description.Set(KeyLinkPluginId, Word{PluginIdBrightContrast});
+  description.Set(KeyLinkParameters, NestedContainer(parameters));
+  Link link;
+  ASSERT_EQ(link.Message(MessageSetParameters, description), 1);
+  link.HeldShader()->Instance().channel = ChannelBump;
+  LinkSource source(link);
+  const auto texel = [&](NormalConvention convention) {
+    return PixelOf(Bake(source, {.width = 4, .height = 4, .normalMap = convention}), 2, 1);
+  };
+  // Bright/Contrast leaves the ramp as it is at first. At (1/2, 1/4) its four taps, a pixel of
+  // 1/8 x 1/4 away, are 11/16 and 7/16 along u, 10/16 and 8/16 along v. The normal leans by 3.5
+  // times the lower less the higher one along u, and, as filters have it, by 3.5 times the higher
+  // less the lower one along v.
+  const Vec3 normal = Normalised({-3.5 * 4 / 16, 3.5 * 2 / 16, 1});
+  EXPECT_THAT(texel(NormalConvention::DirectX),
+              FloatVec(0.5 + normal.x / 2, 0.5 + normal.y / 2, 0.5 + normal.z / 2));
+  EXPECT_THAT(texel(NormalConvention::OpenGl),
+              FloatVec(0.5 + normal.x / 2, 0.5 - normal.y / 2, 0.5 + normal.z / 2));
 }
 
 TEST(PlaneBakeOfTheModule, FlatShadersLookAsInAFlatBake) {

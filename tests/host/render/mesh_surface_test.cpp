@@ -85,6 +85,23 @@ TEST(MeshSurface, NormalsOfAStretchedSphereAreThoseOfAnEllipsoid) {
   }
 }
 
+TEST(MeshSurface, RoundPolygonsAreLiftedToThePlanesOfTheirCorners) {
+  // A right triangle whose first normal stands upright and whose others lean outwards by 3-4-5.
+  auto mesh = std::make_shared<PolygonMesh>();
+  mesh->points = {{0, 0, 0}, {0, 0, 10}, {10, 0, 0}};
+  mesh->polygons = {{0, 1, 2, 2}};
+  mesh->normals = {{{{0, 1, 0}, {0, 0.8f, 0.6f}, {0.6f, 0.8f, 0}, {0.6f, 0.8f, 0}}}};
+  const MeshSurface surface(mesh, kIdentityMatrix);
+  // At the corners the planes go through the point, or lie below it.
+  EXPECT_THAT(surface.At(0, 1, 0).lift, NearVec(0, 0, 0, 1e-6));
+  // Half way from the first to the second corner, (0, 0, 5) is 5 x 0.6 = 3 below the second's
+  // plane: half of that, along its normal.
+  EXPECT_THAT(surface.At(0, 0.5, 0).lift, NearVec(0, 0.5 * 3 * 0.8, 0.5 * 3 * 0.6, 1e-6));
+  // Where normals lean inwards nothing is lifted.
+  mesh->normals = {{{{0, 1, 0}, {0, 0.8f, -0.6f}, {-0.6f, 0.8f, 0}, {-0.6f, 0.8f, 0}}}};
+  EXPECT_THAT(MeshSurface(mesh, kIdentityMatrix).At(0, 0.5, 0).lift, NearVec(0, 0, 0, 0));
+}
+
 TEST(MeshSurface, BrokenPointsHaveNoTriangles) {
   auto mesh = Wall();
   mesh->points[3].y = std::numeric_limits<float>::quiet_NaN();

@@ -71,6 +71,26 @@ TEST(Renderer, AConvexBodyThrowsNoShadowOnItself) {
   for (int x = 10; x < 51; ++x) EXPECT_GT(At(image, x, 30).x, 0.5f) << x;
 }
 
+TEST(Renderer, ARoundBodyDarkensWithoutSteps) {
+  // A light from the right: the shadow that polygons of a coarse ball throw on one another does
+  // not show on its round side.
+  Scene scene;
+  Primitive ball = DefaultPrimitive(PrimitiveShape::Sphere);
+  ball.segmentsU = 24;
+  ball.segmentsV = 12;
+  Enable(AddMaterial(scene, AddObject(scene, ball)), ChannelColour);
+  AddLight(scene, LightKind::Distant, {.rotation = {90, 0, 0}});  // towards -x
+  scene.camera.fieldOfView = 20;
+  const Image image = Render(scene, {.width = 101, .height = 101, .samples = 1});
+  for (int y = 20; y < 81; ++y) {
+    for (int x = 50; x < 95; ++x) {
+      // The cosine grows by at most a hundredth of the ball from pixel to pixel.
+      const float step = At(image, x + 1, y).x - At(image, x, y).x;
+      ASSERT_LT(std::abs(step), 0.06f) << x << ' ' << y;
+    }
+  }
+}
+
 TEST(Renderer, LuminanceNeedsNoLight) {
   Scene scene;
   AddGlow(scene, AddWall(scene), {2, 1, 0.5f}).channels[ChannelLuminance].strength = 0.5f;
@@ -96,6 +116,50 @@ TEST(Renderer, MirrorsThatFaceEachOtherComeToAnEnd) {
   Enable(AddMaterial(scene, behind), ChannelReflection, {0.5f, 0.5f, 0.5f});
   // Eight surfaces, each half of the next, and the background in the end.
   EXPECT_THAT(Middle(Render(scene)), FloatVec(1.0 / 256, 1.0 / 256, 1.0 / 256));
+}
+
+TEST(Renderer, AMirrorDoesNotShowItsOwnInside) {
+  // Normals so smooth that they lean far over the rim of a ball of few polygons.
+  Scene scene;
+  scene.background = {1, 1, 1};
+  Primitive ball = DefaultPrimitive(PrimitiveShape::Sphere);
+  ball.segmentsU = 8;
+  ball.segmentsV = 4;
+  Material& material = AddMaterial(scene, AddObject(scene, ball));
+  Enable(material, ChannelReflection, {0.5f, 0.5f, 0.5f});
+  const Image image = Render(scene, {.width = 64, .height = 64, .samples = 1});
+  // All that a convex body can mirror is the background, once: it is half as bright.
+  for (int y = 0; y < 64; ++y) {
+    for (int x = 0; x < 64; ++x) {
+      const float value = At(image, x, y).x;
+      ASSERT_TRUE(value == 1 || value == 0.5f) << value << " at " << x << ' ' << y;
+    }
+  }
+}
+
+/// Expects that a ball of glass with a radius of 100 x `size` dims by two surfaces everywhere.
+void ExpectTwoSurfaces(float size, const Vector& place) {
+  Scene scene;
+  scene.background = {1, 1, 1};
+  Object& ball = AddObject(scene, DefaultPrimitive(PrimitiveShape::Sphere),
+                           {.position = place, .scale = {size, size, size}});
+  Enable(AddMaterial(scene, ball), ChannelTransparency, {0.5f, 0.5f, 0.5f});
+  scene.camera.transform.position = {place.x, place.y, place.z - 500 * size};
+  scene.camera.fieldOfView = 12;  // within the ball: it fills 23 degrees
+  const Image image = Render(scene, {.width = 64, .height = 64, .samples = 1});
+  for (int y = 0; y < 64; ++y) {
+    for (int x = 0; x < 64; ++x) {
+      ASSERT_THAT(At(image, x, y), FloatVec(0.25, 0.25, 0.25)) << size << ": " << x << ' ' << y;
+    }
+  }
+}
+
+TEST(Renderer, RaysLeaveTheirSurfaceAtEverySize) {
+  for (const float size : {1e-5f, 1e-2f, 1.0f, 1e3f, 1e6f}) ExpectTwoSurfaces(size, {0, 0, 0});
+}
+
+TEST(Renderer, RaysLeaveTheirSurfaceFarOut) {
+  for (const float far : {1e3f, 1e5f, 1e6f}) ExpectTwoSurfaces(1, {far, -far, far});
 }
 
 TEST(Renderer, TransparencyLetsStraightThrough) {

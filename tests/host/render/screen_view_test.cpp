@@ -73,9 +73,23 @@ TEST(Ray, AMirrorFoldsTheWay) {
   const ScreenView view(kAt500, 90, 400, 300);
   const Ray ray = CameraRay(view, 200, 150, 1);
   const Vec3 toViewer = {0, 0, -1};
-  const Ray mirrored = Mirror(ray, {0, 0, 0}, FootprintAt(ray, 500, toViewer), toViewer);
+  const Ray mirrored = Mirror(ray, {0, 0, 0}, FootprintAt(ray, 500, toViewer), toViewer, toViewer);
   EXPECT_THAT(mirrored.direction, Vec(0, 0, -1));
   EXPECT_THAT(FootprintAt(mirrored, 300, {0, 0, 1}).side[0], NearVec(800 / 200.0, 0, 0, 1e-9));
+}
+
+TEST(Ray, ABentNormalDoesNotMirrorIntoTheFace) {
+  // A normal 60 degrees aside mirrors a ray along z to (sin 120, 0, -cos 120): half of it inwards.
+  // The face turns that half round.
+  const double sine = std::sqrt(0.75);
+  const Ray ray = {.origin = {}, .direction = {0, 0, 1}};
+  const Vec3 bent = {sine, 0, -0.5};
+  EXPECT_THAT(Mirror(ray, {}, {}, bent, {0, 0, -1}).direction, NearVec(sine, 0, -0.5, 1e-12));
+  // Seen from the back of the face it is the same.
+  EXPECT_THAT(Mirror(ray, {}, {}, bent, {0, 0, 1}).direction, NearVec(sine, 0, -0.5, 1e-12));
+  // 30 degrees aside stay outside as they are: (sin 60, 0, -cos 60).
+  EXPECT_THAT(Mirror(ray, {}, {}, {0.5, 0, -sine}, {0, 0, -1}).direction,
+              NearVec(sine, 0, -0.5, 1e-12));
 }
 
 }  // namespace
