@@ -69,6 +69,12 @@ inline float hostFractalRidged(const void* weights, const Vector& point, float o
                   offset, gain);
 }
 
+/// The camera's matrix, camera to world; null when the render has no camera.
+inline const Matrix* hostCameraMatrix(const RenderContext* render) noexcept {
+  return static_cast<const Matrix*>(
+      hostCall(hostApi.render, &RenderTable::query, nullptr, render, QueryCameraMatrix));
+}
+
 /// The size of the picture in pixels; 0 by 0 when the host cannot tell.
 struct PictureSize {
   std::int32_t width = 0;
