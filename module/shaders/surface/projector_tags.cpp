@@ -9,7 +9,8 @@ namespace sorvanix {
 
 namespace {
 
-// Points come a hundred times too large, those of a tag as those of the world.
+// Of the placement in the world: at a scale of 1 a hundred units are 10000 of the projection, which
+// the host takes as 1.
 constexpr float kTagScale = 0.01f;
 
 // ObjectRecord::kind of a surface with coordinates of its own.

@@ -83,6 +83,11 @@ struct SurfaceFamilyTest : ::testing::TestWithParam<SurfaceKind> {
   void FreeRender() {
     if (record.FreeRender != nullptr) record.FreeRender(&instance);
   }
+  std::vector<StreamValue> Written() const {
+    FakeStream stream;
+    record.Write(&instance, stream.handle());
+    return stream.values;
+  }
   // Everything that a host may ask of a block.
   void UseInEveryWay() {
     for (const std::int32_t channel : {0, 6, -1, 8427}) {
@@ -142,6 +147,56 @@ TEST_P(SurfaceFamilyTest, FreeReleasesEverythingAlsoTwice) {
   record.Free(&instance);
 }
 
+// --- messages ---
+
+TEST_P(SurfaceFamilyTest, MessagesThatSayNothingChangeNothing) {
+  const std::vector<StreamValue> before = Written();
+  FakeContainer empty, strange;
+  for (const std::int32_t key : {0, -2, 1, 999, 1019, 1099, INT32_MAX, INT32_MIN}) {
+    strange.Set(key, 9.0f);
+  }
+  for (FakeContainer* payload : {&empty, &strange}) {
+    EXPECT_EQ(shader.Message(MessageSetParameters, *payload), 1);
+  }
+  for (const std::int32_t id : {0, 112002, 112004, 112005, -1, INT32_MAX}) {
+    EXPECT_EQ(shader.Message(id, strange), 1) << id;
+  }
+  for (const std::int32_t id : {112000, 112001, 112003, 1001257}) {
+    EXPECT_EQ(record.Message(&instance, id, nullptr), 1) << "without a payload";
+  }
+  EXPECT_EQ(Written(), before);
+}
+
+// Every number gets a value of its own; what one shader tells another then tells the same.
+TEST_P(SurfaceFamilyTest, GetThenSetTakesEveryParameterOver) {
+  FakeContainer values;
+  shader.Message(MessageGetParameters, values);
+  float real = 0.125f;
+  for (FakeContainer::Entry& entry : values.entries) {
+    real += 0.25f;
+    if (std::holds_alternative<float>(entry.value)) entry.value = real;
+    if (std::holds_alternative<Word>(entry.value)) entry.value = static_cast<Word>(real * 4);
+    if (std::holds_alternative<bool>(entry.value)) entry.value = !std::get<bool>(entry.value);
+    if (std::holds_alternative<Vector>(entry.value)) entry.value = Vector{real, 2 * real, 0};
+  }
+  shader.Message(MessageSetParameters, values);
+  FakeContainer told, toldByOther;
+  shader.Message(MessageGetParameters, told);
+  ShaderUnderTest other(started, GetParam().pluginId);
+  other.Message(MessageSetParameters, told);
+  other.Message(MessageGetParameters, toldByOther);
+  ASSERT_EQ(told.entries.size(), toldByOther.entries.size());
+  for (std::size_t i = 0; i < told.entries.size(); ++i) {
+    const FakeContainer::Entry& entry = told.entries[i];
+    EXPECT_EQ(entry.key, toldByOther.entries[i].key);
+    if (std::holds_alternative<std::shared_ptr<FakeContainer>>(entry.value)) continue;
+    EXPECT_TRUE(SameValue(entry.value, *values.Find(entry.key))) << entry.key;
+    EXPECT_TRUE(SameValue(entry.value, toldByOther.entries[i].value)) << entry.key;
+  }
+}
+
+// --- memory ---
+
 // Alloc, Copy and InitRender with the first, the second, ... allocation failing, up to one that
 // needs no more.
 TEST_P(SurfaceFamilyTest, AFailingAllocationLeavesNothingBehind) {
@@ -168,6 +223,8 @@ TEST_P(SurfaceFamilyTest, AFailingAllocationLeavesNothingBehind) {
     EXPECT_EQ(host.liveContainers, 0);
   }
 }
+
+// --- hostile blocks ---
 
 TEST_P(SurfaceFamilyTest, AnyValueThatAMessageSetsIsHarmless) {
   FakeContainer initial;
@@ -220,6 +277,8 @@ TEST_P(SurfaceFamilyTest, AFileMayEndAnywhere) {
     UseInEveryWay();
   }
 }
+
+// --- threads ---
 
 // Each thread has a surface of its own and sees it from another side.
 TEST_P(SurfaceFamilyTest, SeveralThreadsSeeWhatOneSees) {
