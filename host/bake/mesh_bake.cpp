@@ -56,7 +56,10 @@ class MeshBaker {
       const auto at = [&](double px, double py) {
         return SampleAtPlace(record, static_cast<std::size_t>(triangle), px, py);
       };
-      SetTexel(image_, x, y, MeanOfSamples(settings_.surface.samples, x, y, at));
+      const int n = settings_.surface.samples;
+      Vec3 texel = MeanOfSamples(n, x, y, at);
+      if (n > 1 && settings_.surface.normalMap) texel = Renormalised(texel);
+      SetTexel(image_, x, y, texel);
     }
   }
 

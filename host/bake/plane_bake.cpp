@@ -51,7 +51,9 @@ class PlaneBaker {
     for (int x = 0; x < settings_.width && !options.Cancelled(); ++x) {
       const auto at = [&](double px, double py) { return SampleAtPlace(record, px, py); };
       const int n = settings_.samples;
-      SetTexel(image_, x, y, n == 1 ? at(x, y) : MeanOfSamples(n, x, y, at));
+      Vec3 texel = n == 1 ? at(x, y) : MeanOfSamples(n, x, y, at);
+      if (n > 1 && settings_.normalMap) texel = Renormalised(texel);
+      SetTexel(image_, x, y, texel);
     }
   }
 

@@ -15,6 +15,11 @@ Vec3 EncodeNormal(const ShadingRecord& record, NormalConvention convention) noex
   return Vec3(0.5, 0.5, 0.5) + Vec3(Dot(bent, right), along, Dot(bent, normal)) * 0.5;
 }
 
+Vec3 Renormalised(const Vec3& code) noexcept {
+  constexpr Vec3 kMiddle = {0.5, 0.5, 0.5};
+  return kMiddle + Normalised(code - kMiddle, {0, 0, 1}) * 0.5;
+}
+
 Vec3 SampleTexel(ShadingRecord& record, ChannelSource& source,
                  const std::optional<NormalConvention>& normalMap) noexcept {
   ChannelSample sample = SampleAt(record);

@@ -57,6 +57,9 @@ inline void SetTexel(Image& image, int x, int y, const Vec3& colour) {
 /// The bent normal of a record as a colour of a normal map.
 Vec3 EncodeNormal(const ShadingRecord& record, NormalConvention convention) noexcept;
 
+/// The code of a unit vector along the normal of another code, which may be a mean of several.
+Vec3 Renormalised(const Vec3& code) noexcept;
+
 /// Samples the source once at the record's surface: the colour, or the encoded normal.
 Vec3 SampleTexel(ShadingRecord& record, ChannelSource& source,
                  const std::optional<NormalConvention>& normalMap) noexcept;

@@ -65,7 +65,7 @@ class TextureTagNode : public Tag {
   float offsetU = 0, offsetV = 0;
   float lengthU = 1, lengthV = 1;
   bool tile = true;
-  bool mirrored = false;  ///< every second tile is turned round, so that edges meet
+  bool mirrored = false;  ///< every second repetition of a bitmap is turned round
   /// Where the projection stands in the object's space; scale is half its size in units, so that
   /// the default reaches from -100 to 100. Tag coordinates of -1 to 1 are the projection's inside.
   Transform placement = {.scale = {100, 100, 100}};

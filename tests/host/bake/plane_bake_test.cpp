@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cmath>
 #include <memory>
 
 #include "host/bake/flat_bake.h"
@@ -120,6 +121,22 @@ TEST(NormalMap, ConventionsDifferInTheSignOfGreen) {
   };
   EXPECT_THAT(texel(NormalConvention::DirectX), FloatVec(0.8, 0.74, 0.82));
   EXPECT_THAT(texel(NormalConvention::OpenGl), FloatVec(0.8, 0.26, 0.82));
+}
+
+TEST(NormalMap, SeveralSamplesMakeAUnitVectorToo) {
+  // Half of each texel leans by 3-4-5 to the right, half stands upright: (0.3, 0, 0.9) on average,
+  // which is (1, 0, 3) / sqrt(10) as a unit vector.
+  FakeSource source([](ChannelSample& s) {
+    RenderContext& render = *s.render;
+    const Vec3 upright(render.baseNormal), right(render.tangentU);
+    const bool isRight = s.uvw.x * 4 - std::floor(s.uvw.x * 4) >= 0.5f;
+    render.bumpNormal = (isRight ? right * 0.6 + upright * 0.8 : upright).Narrow();
+    return Vector{};
+  });
+  const Image image =
+      Bake(source, {.width = 4, .height = 4, .samples = 2, .normalMap = NormalConvention::OpenGl});
+  EXPECT_THAT(PixelOf(image, 2, 2),
+              FloatVec(0.5 + 0.5 / std::sqrt(10), 0.5, 0.5 + 1.5 / std::sqrt(10)));
 }
 
 // A picture of 8 x 4 that grows brighter by 1/8 a pixel to the right and by 1/16 downwards.
