@@ -21,11 +21,13 @@
 #define CLOSE(library) dlclose(library)
 #endif
 
-/* Texts and filenames are plain C strings here; the shared empty one is never freed. */
+/* Texts and filenames are plain C strings here. An empty one is always the shared one, which is
+ * never freed. */
 static char emptyText[] = "";
 
 static char* copyText(const void* text) {
-  char* copy = malloc(strlen(text) + 1);
+  const size_t length = strlen(text);
+  char* copy = length == 0 ? NULL : malloc(length + 1);
   return copy == NULL ? emptyText : strcpy(copy, text);
 }
 static HostString* stringFromChars(const char* chars, int32_t length) {
@@ -44,9 +46,13 @@ static HostFilename* copyFilename(const HostFilename* name) {
   return (HostFilename*)copyText(name);
 }
 static HostFilename* directory(const HostFilename* filename) {
-  char* folder = copyText(filename);
-  char* slash = strrchr(folder, '/');
-  if (slash != NULL) *slash = '\0';
+  const char* slash = strrchr((const char*)filename, '/');
+  char* folder = slash == NULL ? emptyText : copyText(filename);
+  if (folder != emptyText) {
+    char* end = strrchr(folder, '/');
+    if (end == folder) ++end; /* the root keeps its slash */
+    *end = '\0';
+  }
   return (HostFilename*)folder;
 }
 

@@ -2,9 +2,7 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <map>
-#include <system_error>
 
 #include "apps/sorvanix/output_name.h"
 #include "host/services/filenames.h"
@@ -38,14 +36,6 @@ std::vector<PlannedPicture> OutputsOf(const BakeOptions& options, const std::str
   return outputs;
 }
 
-// A bake must not replace what it is made from, whatever the two names look like.
-bool IsMaterial(const std::filesystem::path& output, const std::vector<std::string>& materials) {
-  return std::any_of(materials.begin(), materials.end(), [&output](const std::string& material) {
-    std::error_code absent;
-    return std::filesystem::equivalent(output, host::PathFromUtf8(material), absent);
-  });
-}
-
 tl::expected<void, std::string> CheckTokens(const BakeOptions& options,
                                             const std::string& nameTemplate) {
   const auto& frames = options.picture.frames;
@@ -77,10 +67,6 @@ tl::expected<BakePlan, std::string> PlanBake(const BakeOptions& options,
     for (PlannedPicture& output : plan.back()) {
       if (const auto format = ChooseFormat(output, options.picture); !format) {
         return tl::unexpected(format.error());
-      }
-      if (IsMaterial(output.file, options.materials)) {
-        return tl::unexpected(fmt::format("--output: {}: this is a material to be baked",
-                                          host::Utf8FromPath(output.file)));
       }
       const auto [place, isNew] = madeFrom.emplace(output.file.lexically_normal(), material);
       if (!isNew) {

@@ -2,11 +2,9 @@
 
 #include <fmt/format.h>
 
-#include "apps/sorvanix/material_input.h"
 #include "apps/sorvanix/program.h"
 #include "apps/sorvanix/recipe_files.h"
 #include "apps/sorvanix/report.h"
-#include "host/bake/temporary_file.h"
 #include "host/channels/material_shader.h"
 #include "host/services/filenames.h"
 #include "host/services/json_numbers.h"
@@ -52,17 +50,27 @@ std::string RecipeOf(const host::MaterialNode& material, const BakeOptions& opti
 
 BakeRun::BakeRun(const BakeOptions& options, const BakedMesh& mesh,
                  const std::filesystem::path& modulePath, const host::ShaderCatalogue& catalogue,
-                 const std::atomic<bool>& cancelled)
+                 const host::InputLog& inputs, const std::atomic<bool>& cancelled)
     : options_(options),
       mesh_(mesh),
       modulePath_(modulePath),
       catalogue_(catalogue),
+      inputs_(inputs),
       cancelled_(cancelled),
       progress_(options.picture.quiet ? "none" : options.picture.progress) {}
 
 ExitCode BakeRun::Run(const BakePlan& plan) {
+  std::vector<MaterialInput> materials;
+  for (const std::string& file : options_.materials) {
+    materials.push_back(
+        LoadMaterial(host::PathFromUtf8(file), catalogue_, options_.picture.imageFolders));
+  }
+  if (const auto checked = Check(plan); !checked) {
+    Complain(checked.error());
+    return ExitCode::Usage;
+  }
   for (std::size_t i = 0; i < plan.size() && !Cancelled(); ++i) {
-    BakeMaterial(options_.materials[i], plan[i]);
+    BakeMaterial(options_.materials[i], materials[i], plan[i]);
   }
   progress_.End();
   if (options_.picture.json) Print(host::WriteJson(Json(std::move(report_))) + '\n');
@@ -73,9 +81,18 @@ ExitCode BakeRun::Run(const BakePlan& plan) {
   return tally_.Result();
 }
 
-void BakeRun::BakeMaterial(const std::string& file, const std::vector<PlannedPicture>& outputs) {
-  const MaterialInput input =
-      LoadMaterial(host::PathFromUtf8(file), catalogue_, options_.picture.imageFolders);
+tl::expected<void, std::string> BakeRun::Check(const BakePlan& plan) const {
+  for (const std::vector<PlannedPicture>& outputs : plan) {
+    for (const PlannedPicture& output : outputs) {
+      auto checked = CheckPicture(output, options_.Width(), options_.Height(), inputs_);
+      if (!checked) return checked;
+    }
+  }
+  return {};
+}
+
+void BakeRun::BakeMaterial(const std::string& file, const MaterialInput& input,
+                           const std::vector<PlannedPicture>& outputs) {
   if (input.code != ExitCode::Done) return Fail(file, {input.code, input.error});
   if (!options_.picture.quiet) {
     for (const host::MaterialProblem& warning : input.reading.Warnings()) {
@@ -83,9 +100,7 @@ void BakeRun::BakeMaterial(const std::string& file, const std::vector<PlannedPic
     }
   }
   // A folder that cannot be written is better told before the work than after it.
-  if (const auto probe = host::TemporaryFile::Create(outputs.front().file); !probe) {
-    return Fail(file, {ExitCode::FileTrouble, probe.error()});
-  }
+  if (const auto place = CheckPlace(outputs.front()); !place) return Fail(file, place.error());
   for (const PlannedPicture& output : outputs) {
     // What stops one frame would stop the next one too.
     if (const auto baked = BakeOutput(file, *input.reading.material, output); !baked) {
@@ -142,8 +157,8 @@ void BakeRun::Succeed(const std::string& materialFile, const PlannedPicture& out
                         {"width", host::JsonOf(options_.Width())},
                         {"height", host::JsonOf(options_.Height())},
                         {"depth", Json(std::string(NameOf(output.format.depth)))},
-                        {"time", host::JsonOf(output.at.time)},
-                        {"pixelHash", Json(hash)}};
+                        {"time", host::JsonOf(output.at.time)}};
+  if (KeepsPixels(output.format.file)) entry.push_back({"pixelHash", Json(hash)});
   if (output.at.frame) entry.push_back({"frame", host::JsonOf(*output.at.frame)});
   if (output.tile) entry.push_back({"udim", host::JsonOf(output.tile->Udim())});
   report_.push_back(Json(std::move(entry)));

@@ -16,6 +16,7 @@ void AddImagesOption(CLI::App& app, std::vector<std::string>& folders) {
                  "A folder in which bitmaps are looked for when they are not beside the material; "
                  "may be given several times")
       ->type_name("FOLDER")
+      ->check(CLI::ExistingDirectory)
       ->expected(1)
       ->take_all();
 }
@@ -39,8 +40,9 @@ MaterialInput LoadMaterial(const fs::path& file, const host::ShaderCatalogue& ca
   if (errors.empty()) return input;
   input.code = ExitCode::InvalidInput;
   input.error = Describe(file, errors.front());
-  if (errors.size() > 1) {
-    input.error += fmt::format(" (and {} more; sorvanix validate tells all)", errors.size() - 1);
+  const std::size_t others = errors.size() - 1 + input.reading.untold.errors;
+  if (others > 0) {
+    input.error += fmt::format(" (and {} more; see sorvanix validate)", others);
   }
   return input;
 }

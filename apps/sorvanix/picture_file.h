@@ -11,6 +11,7 @@
 #include "apps/sorvanix/picture_options.h"
 #include "host/bake/uv_chart.h"
 #include "host/images/image_writer.h"
+#include "host/services/input_log.h"
 
 namespace sorvanix::cli {
 
@@ -25,9 +26,14 @@ struct PlannedPicture {
 tl::expected<void, std::string> ChooseFormat(PlannedPicture& picture,
                                              const PictureOptions& options);
 
-/// Why a picture would not fit the memory, which would end the program without a word, or the
-/// machine's patience; empty for one that fits.
-std::string MemoryShortage(int width, int height);
+/// Looks before the work for what would end it badly: a picture that would replace a file that it
+/// is made from, that its format cannot hold, or that would not fit the memory, which would end the
+/// program without a word. The error, of one line, is one of usage.
+tl::expected<void, std::string> CheckPicture(const PlannedPicture& picture, int width, int height,
+                                             const host::InputLog& inputs);
+
+/// Looks before the work whether the picture's folder can be written, which leaves nothing there.
+tl::expected<void, Failure> CheckPlace(const PlannedPicture& picture);
 
 /// Writes the file, whole or not at all, and answers its pixel hash; nothing when it was cancelled
 /// before the file had its name.

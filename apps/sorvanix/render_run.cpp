@@ -9,7 +9,6 @@
 #include "apps/sorvanix/output_name.h"
 #include "apps/sorvanix/program.h"
 #include "apps/sorvanix/report.h"
-#include "host/bake/temporary_file.h"
 #include "host/images/bitmap_texture.h"
 #include "host/render/renderer.h"
 #include "host/scene/material_links.h"
@@ -80,11 +79,11 @@ RenderRun::RenderRun(const RenderOptions& options, const std::filesystem::path& 
       progress_(options.picture.quiet ? "none" : options.picture.progress) {}
 
 ExitCode RenderRun::Run(const std::vector<PlannedPicture>& plan) {
-  if (const auto read = ReadScene(); !read) {
-    Fail(read.error());
-  } else if (const auto probe = host::TemporaryFile::Create(plan.front().file); !probe) {
-    // Better told before the work than after it.
-    Fail({ExitCode::FileTrouble, probe.error()});
+  const auto ready = ReadScene().and_then([&] { return Check(plan); }).and_then([&] {
+    return CheckPlace(plan.front());
+  });
+  if (!ready) {
+    Fail(ready.error());
   } else {
     for (std::size_t i = 0; i < plan.size() && !Cancelled(); ++i) {
       if (const auto rendered = RenderOutput(plan[i]); !rendered) {
@@ -122,7 +121,9 @@ tl::expected<void, Failure> RenderRun::ReadScene() {
   }
   if (reading.scene == nullptr) {
     std::string message = errors.empty() ? options_.scene : errors.front();
-    if (errors.size() > 1) message += fmt::format(" (and {} more)", errors.size() - 1);
+    const std::size_t told = errors.empty() ? 0 : 1;
+    const std::size_t others = errors.size() - told + reading.untold.errors;
+    if (others > 0) message += fmt::format(" (and {} more)", others);
     return tl::unexpected(Failure{ExitCode::InvalidInput, message});
   }
   scene_ = std::move(reading.scene);
@@ -131,8 +132,15 @@ tl::expected<void, Failure> RenderRun::ReadScene() {
   const PictureOptions& picture = options_.picture;
   width_ = picture.width > 0 ? picture.width : scene_->camera.width;
   height_ = picture.height > 0 ? picture.height : scene_->camera.height;
-  const std::string shortage = MemoryShortage(width_, height_);
-  if (!shortage.empty()) return tl::unexpected(Failure{ExitCode::Usage, shortage});
+  return {};
+}
+
+tl::expected<void, Failure> RenderRun::Check(const std::vector<PlannedPicture>& plan) const {
+  for (const PlannedPicture& output : plan) {
+    if (const auto checked = CheckPicture(output, width_, height_, inputs_); !checked) {
+      return tl::unexpected(Failure{ExitCode::Usage, checked.error()});
+    }
+  }
   return {};
 }
 
@@ -155,6 +163,8 @@ tl::expected<void, Failure> RenderRun::RenderOutput(const PlannedPicture& output
   // Equal renders give equal bytes: random numbers come from a new start and in one order.
   const bool isRandom = DrawsRandomNumbers(*scene_);
   if (auto prepared = PrepareLinks(isRandom); !prepared) return prepared;
+  // The state of a shader may name bitmaps that only the links have opened.
+  if (auto checked = Check({output}); !checked) return checked;
 
   progress_.Begin(host::Utf8FromPath(output.file));
   const auto picture = host::RenderPicture(
@@ -204,8 +214,8 @@ void RenderRun::Succeed(const PlannedPicture& output, const std::string& hash) {
                         {"width", host::JsonOf(width_)},
                         {"height", host::JsonOf(height_)},
                         {"depth", Json(std::string(NameOf(output.format.depth)))},
-                        {"time", host::JsonOf(output.at.time)},
-                        {"pixelHash", Json(hash)}};
+                        {"time", host::JsonOf(output.at.time)}};
+  if (KeepsPixels(output.format.file)) entry.push_back({"pixelHash", Json(hash)});
   if (output.at.frame) entry.push_back({"frame", host::JsonOf(*output.at.frame)});
   report_.push_back(Json(std::move(entry)));
 }

@@ -39,6 +39,7 @@ class RenderRun {
  private:
   bool Cancelled() const { return cancelled_.load(std::memory_order_relaxed); }
   tl::expected<void, Failure> ReadScene();
+  tl::expected<void, Failure> Check(const std::vector<PlannedPicture>& plan) const;
   tl::expected<void, Failure> PrepareLinks(bool afresh);
   tl::expected<void, Failure> RenderOutput(const PlannedPicture& output);
   std::string Recipe(const PlannedPicture& output) const;
@@ -48,6 +49,7 @@ class RenderRun {
 
   const RenderOptions& options_;
   const std::filesystem::path& modulePath_;
+  const host::InputLog inputs_;
   host::OpenDocuments documents_;
   const std::atomic<bool>& cancelled_;
   Progress progress_;

@@ -21,8 +21,7 @@ ExitCode Bake(BakeOptions& options) {
     return ExitCode::Usage;
   };
   if (const auto settled = SettleBakeOptions(options); !settled) return usage(settled.error());
-  const std::string shortage = MemoryShortage(options.Width(), options.Height());
-  if (!shortage.empty()) return usage(shortage);
+  const host::InputLog inputs;
   const auto mesh = LoadBakedMesh(options);
   if (!mesh) {
     Complain(mesh.error().message);
@@ -36,7 +35,7 @@ ExitCode Bake(BakeOptions& options) {
     Complain(catalogue.error());
     return ExitCode::NoModule;
   }
-  return BakeRun(options, *mesh, *modulePath, *catalogue, WatchSignals()).Run(*plan);
+  return BakeRun(options, *mesh, *modulePath, *catalogue, inputs, WatchSignals()).Run(*plan);
 }
 
 }  // namespace

@@ -62,6 +62,10 @@ std::string AsText(const std::string& file, const ImageInfo& info) {
 ExitCode Info(const InfoOptions& options) {
   const std::filesystem::path file = host::PathFromUtf8(options.image);
   std::error_code error;
+  if (std::filesystem::is_directory(file, error)) {
+    Complain(fmt::format("{}: it is a folder", options.image));
+    return ExitCode::FileTrouble;
+  }
   if (!std::filesystem::is_regular_file(file, error)) {
     Complain(fmt::format("{}: there is no such file", options.image));
     return ExitCode::FileTrouble;

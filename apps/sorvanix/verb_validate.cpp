@@ -27,12 +27,13 @@ struct ValidateOptions {
   bool quiet = false;
 };
 
+Json Number(std::size_t value) { return Json(static_cast<std::int64_t>(value)); }
+
 Json AsJson(const MaterialProblem& problem) {
-  const auto number = [](std::size_t value) { return Json(static_cast<std::int64_t>(value)); };
   Json::Object entry = {{"severity", Json(std::string(problem.isError ? "error" : "warning"))},
                         {"pointer", Json(problem.pointer)},
-                        {"line", number(problem.position.line)},
-                        {"column", number(problem.position.column)},
+                        {"line", Number(problem.position.line)},
+                        {"column", Number(problem.position.column)},
                         {"message", Json(problem.message)}};
   // Of a file that the material refers to.
   if (!problem.file.empty()) entry.push_back({"file", Json(host::Utf8FromPath(problem.file))});
@@ -47,6 +48,10 @@ Json AsJson(const std::string& file, const MaterialInput& input) {
   Json::Object entry = {{"file", Json(file)},
                         {"valid", Json(input.code == ExitCode::Done)},
                         {"problems", Json(std::move(problems))}};
+  const host::UntoldProblems& untold = input.reading.untold;
+  if (untold.errors + untold.warnings > 0) {
+    entry.push_back({"untold", Number(untold.errors + untold.warnings)});
+  }
   if (input.code == ExitCode::FileTrouble) entry.push_back({"error", Json(input.error)});
   return Json(std::move(entry));
 }
@@ -60,6 +65,11 @@ void Tell(const ValidateOptions& options, const std::string& file, const Materia
     } else if (!options.quiet) {
       Warn(line);
     }
+  }
+  const host::UntoldProblems& untold = input.reading.untold;
+  if (untold.errors > 0) Complain(fmt::format("{}: ... and {} more", file, untold.errors));
+  if (untold.warnings > 0 && !options.quiet) {
+    Warn(fmt::format("{}: ... and {} more", file, untold.warnings));
   }
   if (input.code == ExitCode::Done && !options.quiet && !options.json) {
     Print(fmt::format("{}: ok\n", file));

@@ -85,9 +85,4 @@ std::optional<Image> BakeFlat(const SampleFunction& colourAt, const FlatBakeSett
   return image;
 }
 
-std::size_t BakedBytes(const FlatBakeSettings& settings) {
-  return static_cast<std::size_t>(settings.width) * static_cast<std::size_t>(settings.height) * 3 *
-         sizeof(float);
-}
-
 }  // namespace sorvanix::host

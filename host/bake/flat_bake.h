@@ -3,7 +3,6 @@
 
 #include <sorvanix/records.h>
 
-#include <cstddef>
 #include <functional>
 #include <optional>
 
@@ -34,8 +33,5 @@ using SampleFunction = std::function<Vector(ChannelSample& sample)>;
 /// task was cancelled. Row 0, v = 0, is at the top. Throws std::bad_alloc.
 std::optional<Image> BakeFlat(const SampleFunction& colourAt, const FlatBakeSettings& settings,
                               const TaskOptions& options);
-
-/// How many bytes of memory the picture takes.
-std::size_t BakedBytes(const FlatBakeSettings& settings);
 
 }  // namespace sorvanix::host

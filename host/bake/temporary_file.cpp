@@ -6,8 +6,11 @@
 
 #include <atomic>
 #include <cerrno>
+#include <cstdio>
 #include <system_error>
 #include <utility>
+
+#include "host/services/filenames.h"
 
 namespace sorvanix::host {
 
@@ -15,55 +18,103 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Makes a new file with the permissions that any new file gets; the answer is 0 or an errno.
-int MakeNew(const fs::path& path) {
-  const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-  if (descriptor < 0) return errno;
-  ::close(descriptor);
-  return 0;
+fs::path FolderOf(const fs::path& file) {
+  return file.has_parent_path() ? file.parent_path() : fs::path(".");
 }
+
+// What links lead to, whether it is there or not; after so many links the system gives up too.
+fs::path BehindLinks(fs::path file) {
+  constexpr int kMostLinks = 40;
+  std::error_code error;
+  for (int i = 0; i < kMostLinks && fs::is_symlink(file, error); ++i) {
+    file = file.parent_path() / fs::read_symlink(file, error);
+  }
+  return file;
+}
+
+// Short, so that it fits wherever the target's name does. Each call answers another one.
+fs::path NextName(const fs::path& folder) {
+  static std::atomic<unsigned> counter = 0;
+  return folder / fmt::format(".sorvanix-{}-{}", ::getpid(), counter++);
+}
+
+// Calls `make` with one name after the other until it answers anything but EEXIST: a name is taken
+// when an earlier program of the same process number was killed.
+template <class Make>
+int WithFreeName(const fs::path& folder, fs::path& name, Make&& make) {
+  int error = EEXIST;
+  while (error == EEXIST) {
+    name = NextName(folder);
+    error = make(name) >= 0 ? 0 : errno;
+  }
+  return error;
+}
+
+constexpr mode_t kAnyNewFile = 0666;  // less what the process's mask takes away
 
 }  // namespace
 
 tl::expected<TemporaryFile, std::string> TemporaryFile::Create(const fs::path& target) {
-  const auto fail = [&target](const std::string& reason) {
-    return tl::unexpected(fmt::format("{}: cannot be written: {}", target.string(), reason));
-  };
+  const Target meant = {target, BehindLinks(target)};
   std::error_code ignored;
-  if (fs::is_directory(target, ignored)) return fail("it is a folder");
-  const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
-
-  // Short, so that it fits wherever the target's name does. A name is taken when an earlier program
-  // of the same process number was killed.
-  static std::atomic<unsigned> counter = 0;
-  for (;;) {
-    fs::path path = folder / fmt::format(".sorvanix-{}-{}", ::getpid(), counter++);
-    const int error = MakeNew(path);
-    if (error == 0) return TemporaryFile(std::move(path), target);
-    if (error != EEXIST) return fail(std::generic_category().message(error));
+  if (fs::is_directory(meant.file, ignored)) return tl::unexpected(Failed(meant, EISDIR));
+  const fs::path folder = FolderOf(meant.file);
+#ifdef O_TMPFILE
+  const int nameless = ::open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, kAnyNewFile);
+  if (nameless >= 0) {
+    TemporaryFile file(nameless, meant);
+    file.path_ = fmt::format("/proc/self/fd/{}", nameless);
+    if (fs::exists(file.path_, ignored)) return file;  // else a system without /proc
   }
+#endif
+  fs::path name;
+  int descriptor = -1;
+  const int error = WithFreeName(folder, name, [&](const fs::path& free) {
+    return descriptor = ::open(free.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kAnyNewFile);
+  });
+  if (error != 0) return tl::unexpected(Failed(meant, error));
+  TemporaryFile file(descriptor, meant);
+  file.path_ = file.name_ = std::move(name);
+  return file;
 }
 
-TemporaryFile::TemporaryFile(fs::path path, fs::path target)
-    : path_(std::move(path)), target_(std::move(target)) {}
+TemporaryFile::TemporaryFile(int descriptor, Target target)
+    : descriptor_(descriptor), target_(std::move(target)) {}
 
 TemporaryFile::TemporaryFile(TemporaryFile&& other) noexcept
-    : path_(std::exchange(other.path_, {})), target_(std::move(other.target_)) {}
+    : descriptor_(std::exchange(other.descriptor_, -1)),
+      path_(std::move(other.path_)),
+      name_(std::exchange(other.name_, {})),
+      target_(std::move(other.target_)) {}
 
 TemporaryFile::~TemporaryFile() {
   std::error_code ignored;
-  if (!path_.empty()) fs::remove(path_, ignored);
+  if (!name_.empty()) fs::remove(name_, ignored);
+  if (descriptor_ >= 0) ::close(descriptor_);
 }
 
 tl::expected<void, std::string> TemporaryFile::Commit() {
-  std::error_code error;
-  fs::rename(path_, target_, error);
-  if (error) {
-    return tl::unexpected(
-        fmt::format("{}: cannot be written: {}", target_.string(), error.message()));
+  // Else a power failure could leave the name on an empty file.
+  if (::fsync(descriptor_) != 0) return tl::unexpected(Failed(target_, errno));
+  if (name_.empty()) {
+    const int error = WithFreeName(FolderOf(target_.file), name_, [this](const fs::path& free) {
+      return ::linkat(AT_FDCWD, path_.c_str(), AT_FDCWD, free.c_str(), AT_SYMLINK_FOLLOW);
+    });
+    if (error != 0) {
+      name_.clear();
+      return tl::unexpected(Failed(target_, error));
+    }
   }
-  path_.clear();
+  if (std::rename(name_.c_str(), target_.file.c_str()) != 0)
+    return tl::unexpected(Failed(target_, errno));
+  name_.clear();
   return {};
+}
+
+std::string TemporaryFile::Failed(const Target& target, int error) {
+  const std::string reason =
+      error == EISDIR ? "it is a folder" : std::generic_category().message(error);
+  return fmt::format("{}: cannot be written: {}", Utf8FromPath(target.asTold), reason);
 }
 
 }  // namespace sorvanix::host

@@ -59,6 +59,12 @@ std::int32_t Link::PluginId() const noexcept {
   return shader == nullptr ? 0 : shader->PluginId();
 }
 
+// As a description tells it: of an unread shader too.
+Word Link::HeldId() const noexcept {
+  const auto* unread = std::get_if<StreamLink>(&content_);
+  return unread == nullptr ? PluginId() : unread->pluginId;
+}
+
 Bitmap* Link::Picture() noexcept {
   const LinkedBitmap* held = HeldBitmap();
   return held == nullptr ? nullptr : held->bitmap.get();
@@ -134,7 +140,7 @@ bool Link::SetParameters(const Container& description) {
       Clear();
     } else if (pluginId == StreamLink::kBitmap) {
       if (filename != nullptr) HoldBitmap(filename->path);
-    } else if (pluginId != PluginId()) {
+    } else if (pluginId != HeldId()) {
       if (pluginId != static_cast<std::int32_t>(pluginId)) return false;
       if (!HoldShader(static_cast<std::int32_t>(pluginId))) return false;
     }
@@ -154,6 +160,8 @@ void Link::GetParameters(Container& description) {
   } else if (const LinkedBitmap* bitmap = HeldBitmap()) {
     description.Set(KeyLinkPluginId, Word{StreamLink::kBitmap});
     description.Set(KeyLinkFilename, bitmap->filename);
+  } else if (const auto* unread = std::get_if<StreamLink>(&content_)) {
+    description.Set(KeyLinkPluginId, Word{unread->pluginId});
   }
 }
 
@@ -191,8 +199,11 @@ bool Link::Read(Stream& stream) {
     std::optional<Shader> shader = CreateShader(persisted->pluginId);
     if (!shader) return false;
     Stream values(persisted->values);
-    shader->Read(values);
-    content_ = *std::move(shader);
+    if (shader->Read(values)) {
+      content_ = *std::move(shader);
+    } else {
+      content_ = *persisted;
+    }
   }
   return true;
 }

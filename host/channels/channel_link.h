@@ -24,7 +24,9 @@
 namespace sorvanix::host {
 
 /// How many shaders may stand one behind the other below the outermost one. Every operation on a
-/// graph recurses this deep at most; what is deeper is refused where it would enter.
+/// graph recurses this deep at most. What is deeper is refused where it would enter: by HoldShader,
+/// CopyFrom, Message and Read, which leave the link that stands too deep as it was; the shaders
+/// around it go on without it.
 inline constexpr int kDeepestGraph = 64;
 
 /// While it lives, links find the shaders that they are told to hold in this registry; without one
@@ -67,7 +69,8 @@ class Link : public Handled<Link, ChannelLink> {
   bool HoldShader(std::int32_t pluginId);
   void HoldBitmap(std::string filename);
 
-  /// Takes a copy of what the other holds; false, with nothing changed, when memory is short.
+  /// Takes a copy of what the other holds; false, with nothing changed, when memory is short or the
+  /// copy would stand too deep.
   bool CopyFrom(const Link& source);
   /// True when both hold nothing, equal shaders of one kind, or bitmaps of one name.
   bool Equals(const Link& other) const;
@@ -79,12 +82,14 @@ class Link : public Handled<Link, ChannelLink> {
   ///   one of that kind, and passes KeyLinkParameters on to it. An id of 0 with KeyLinkFilename
   ///   makes it a bitmap, -1 an empty link. What has no key stays as it is. The answer is 0, and
   ///   nothing changed, when that shader cannot be had.
-  /// - MessageGetParameters tells what the link holds under the same keys, none for an empty link.
-  /// - MessageDescribeParameters tells the shader's type words under KeyLinkParameters.
+  /// - MessageGetParameters tells what the link holds under the same keys, none for an empty link;
+  ///   of an unread shader its id alone.
+  /// - MessageDescribeParameters tells the type word of the id, and the shader's type words under
+  ///   KeyLinkParameters; none for an empty link.
   std::int32_t Message(std::int32_t id, Container& payload);
 
-  /// Prepares a render of what is held; false when it cannot take part: the shader says so, or the
-  /// bitmap has no file. An empty link takes part: it is black.
+  /// Prepares a render of what is held; false when it cannot take part: the shader says so or is
+  /// unread, or the bitmap has no file. An empty link takes part: it is black.
   bool InitRender(const RenderInit& init);
   void FreeRender();
   /// The colour of the shader or bitmap at a sample, else black. The shader may write the sample.
@@ -93,11 +98,13 @@ class Link : public Handled<Link, ChannelLink> {
 
   /// Takes the next value of the stream when it is a link; false when it is none, or cannot be held
   /// here (memory is short, or it would stand too deep): then the link stays as it was. A shader
-  /// that is not registered is kept as it is, unread, to be written again.
+  /// that is not registered, or that refuses its values (they may be of a later version), is kept
+  /// as it is, unread, to be written again.
   bool Read(Stream& stream);
   bool Write(Stream& stream) const;
 
  private:
+  Word HeldId() const noexcept;
   bool SetParameters(const Container& description);
   void GetParameters(Container& description);
 

@@ -53,14 +53,14 @@ Container DescriptionOf(const MaterialBitmap& bitmap) {
 
 Json JsonOf(const MaterialBitmap& bitmap) { return Json(bitmap.name); }
 
-// The name of the value, when it is one of its parameter's choices.
-std::string_view ChoiceOf(const MaterialNode::Value& given) {
+// What the value is, when it is one of its parameter's choices; else null.
+const ParameterChoice* ChoiceOf(const MaterialNode::Value& given) {
   const auto* integer = std::get_if<std::int32_t>(&given.value);
-  if (integer == nullptr) return {};
+  if (integer == nullptr) return nullptr;
   for (const ParameterChoice& choice : given.parameter->choices) {
-    if (choice.value == *integer) return choice.name;
+    if (choice.value == *integer) return &choice;
   }
-  return {};
+  return nullptr;
 }
 
 }  // namespace
@@ -69,8 +69,8 @@ Json JsonOf(const ShaderParameter& parameter, const ParameterValue& value) {
   struct Visitor {
     const ShaderParameter& parameter;
     Json operator()(std::int32_t integer) const {
-      const std::string_view choice = ChoiceOf({&parameter, integer});
-      return choice.empty() ? JsonOf(integer) : Json(std::string(choice));
+      const ParameterChoice* choice = ChoiceOf({&parameter, integer});
+      return choice == nullptr ? JsonOf(integer) : Json(choice->name);
     }
     Json operator()(float real) const { return JsonOf(real); }
     Json operator()(bool truth) const { return Json(truth); }
@@ -116,10 +116,11 @@ Json JsonOf(const MaterialNode& node) {
 }
 
 bool DrawsRandomNumbers(const MaterialNode& node) {
-  constexpr std::string_view kRandomNoise = "WhiteRandomType";
-  return std::any_of(
-             node.values.begin(), node.values.end(),
-             [&](const MaterialNode::Value& each) { return ChoiceOf(each) == kRandomNoise; }) ||
+  const auto isRandom = [](const MaterialNode::Value& each) {
+    const ParameterChoice* choice = ChoiceOf(each);
+    return choice != nullptr && choice->random;
+  };
+  return std::any_of(node.values.begin(), node.values.end(), isRandom) ||
          std::any_of(node.inputs.begin(), node.inputs.end(), [](const MaterialInput& each) {
            const auto* inner = std::get_if<MaterialNode>(&each.content);
            return inner != nullptr && DrawsRandomNumbers(*inner);

@@ -9,6 +9,7 @@
 
 #include "host/channels/material_reader.h"
 #include "host/services/filenames.h"
+#include "host/services/input_log.h"
 
 namespace sorvanix::host {
 
@@ -44,6 +45,7 @@ MaterialReading ReadMaterial(std::string_view text, const ShaderCatalogue& catal
 }
 
 tl::expected<std::string, std::string> ReadMaterialText(const fs::path& file) {
+  InputLog::Note(file);
   std::error_code error;
   if (fs::is_directory(file, error)) return tl::unexpected<std::string>("it is a folder");
   if (!fs::exists(file, error)) return tl::unexpected<std::string>("there is no such file");

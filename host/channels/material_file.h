@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "host/channels/material.h"
+#include "host/services/text_position.h"
 
 namespace sorvanix::host {
 
@@ -33,9 +34,16 @@ struct MaterialProblem {
 /// it has one, else `file`.
 std::string Describe(const std::filesystem::path& file, const MaterialProblem& problem);
 
+/// So many errors, and so many warnings, are told of one reading; the others are counted.
+inline constexpr std::size_t kMostProblems = 100;
+struct UntoldProblems {
+  std::size_t errors = 0, warnings = 0;
+};
+
 struct MaterialReading {
   std::optional<MaterialNode> material;   // only when there are no errors
   std::vector<MaterialProblem> problems;  // in the order of the text
+  UntoldProblems untold;
 
   std::vector<MaterialProblem> Errors() const;
   std::vector<MaterialProblem> Warnings() const;
@@ -52,9 +60,9 @@ struct MaterialPlaces {
 inline constexpr int kMostShaders = 4096;
 
 /// Reads the text of a material file and all files that it refers to, one inside the other down to
-/// kDeepestGraph. All problems are told, not only the first. A value outside the limits of the
-/// shader's dialog is a warning, since files may hold such. A reference that leads back to a file
-/// that is just being read is an error, and so is a bitmap that cannot be opened.
+/// kDeepestGraph. Up to kMostProblems are told, not only the first. A value outside the limits of
+/// the shader's dialog is a warning, since files may hold such. A reference that leads back to a
+/// file that is just being read is an error, and so is a bitmap that cannot be opened.
 MaterialReading ReadMaterial(std::string_view text, const ShaderCatalogue& catalogue,
                              const MaterialPlaces& places = {});
 

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <system_error>
-#include <tuple>
 #include <utility>
 
 #include "host/channels/channel_link.h"
@@ -18,30 +17,9 @@ namespace sorvanix::host {
 
 namespace {
 
-// A parser's message may end with what it read last: long, broken over lines, or no text at all.
-std::string WithoutExcerpt(std::string message) {
-  message.resize(std::min(message.find("; last read"), message.size()));
-  return message;
-}
-
 namespace fs = std::filesystem;
 
-// The pointer to a member of what `pointer` points to, escaped as RFC 6901 tells.
-std::string Extended(const std::string& pointer, std::string_view name) {
-  std::string extended = pointer + '/';
-  for (const char c : name) {
-    if (c == '~') {
-      extended += "~0";
-    } else if (c == '/') {
-      extended += "~1";
-    } else {
-      extended += c;
-    }
-  }
-  return extended;
-}
-
-std::string Quoted(std::string_view text) { return WriteJson(Json(std::string(text)), -1); }
+std::string Quoted(std::string_view text) { return WriteJson(Json(Excerpt(text)), -1); }
 
 bool NamesMaterial(const fs::path& file) {
   return SameIgnoringCase(Utf8FromPath(file.extension()), ".json");
@@ -63,22 +41,17 @@ MaterialReading MaterialReader::Read(std::string_view text) {
   MaterialReading reading;
   MaterialNode node =
       ReadSource({text, {}, places_.file.parent_path(), {}, IdentityOf(places_.file), sources_}, 0);
-  if (!failed_) reading.material = std::move(node);
-  std::stable_sort(found_.begin(), found_.end(), [](const Found& first, const Found& second) {
-    return std::tie(first.source, first.offset) < std::tie(second.source, second.offset);
-  });
-  for (Found& found : found_) reading.problems.push_back(std::move(found.problem));
+  if (!problems_.HasErrors()) reading.material = std::move(node);
+  reading.problems = problems_.Take();
+  reading.untold = problems_.Untold();
   return reading;
 }
 
 void MaterialReader::AddProblem(bool isError, const std::string& pointer, std::size_t offset,
                                 std::string message) {
-  failed_ = failed_ || isError;
   const Source& source = open_.back();
-  found_.push_back(
-      {source.number,
-       offset,
-       {isError, source.file, pointer, PositionIn(source.text, offset), std::move(message)}});
+  problems_.Add(source.number, offset,
+                {isError, source.file, pointer, TextPosition(), std::move(message)});
 }
 
 MaterialNode MaterialReader::ReadSource(Source source, std::size_t depth) {
@@ -89,8 +62,9 @@ MaterialNode MaterialReader::ReadSource(Source source, std::size_t depth) {
   if (const auto json = ParseJson(text)) {
     node = ReadNode(*json, {}, depth);
   } else {
-    AddProblem(true, {}, json.error().offset, WithoutExcerpt(json.error().message));
+    AddProblem(true, json.error().pointer, json.error().offset, json.error().message);
   }
+  problems_.Place(open_.back().number, text);
   open_.pop_back();
   return node;
 }
@@ -110,13 +84,13 @@ MaterialNode MaterialReader::ReadNode(const Json& json, const std::string& point
   for (const JsonMember& member : *members) CheckName(member, *node.shader, pointer);
   for (const ShaderParameter& parameter : node.shader->parameters) {
     if (const Json* given = json.Find(parameter.name)) {
-      ReadParameter(parameter, *given, Extended(pointer, parameter.name), node);
+      ReadParameter(parameter, *given, PointerBelow(pointer, parameter.name), node);
     }
   }
   for (const ShaderInput& input : node.shader->inputs) {
     const Json* given = json.Find(input.name);
     if (given == nullptr) continue;
-    auto content = ReadInput(*given, Extended(pointer, input.name), depth + 1);
+    auto content = ReadInput(*given, PointerBelow(pointer, input.name), depth + 1);
     if (content) node.inputs.push_back({&input, *std::move(content)});
   }
   return node;
@@ -143,7 +117,7 @@ const ShaderDescription* MaterialReader::ReadShader(const Json& json, const std:
     Fail(pointer, json, "\"shader\" is missing: the name or the id of a shader");
     return nullptr;
   }
-  const std::string place = Extended(pointer, "shader");
+  const std::string place = PointerBelow(pointer, "shader");
   if (const auto* name = std::get_if<std::string>(&given->value)) {
     const ShaderDescription* shader = catalogue_.Find(*name);
     if (shader != nullptr) return shader;
@@ -171,7 +145,7 @@ void MaterialReader::CheckName(const JsonMember& member, const ShaderDescription
   std::vector<std::string_view> names;
   for (const ShaderParameter& parameter : shader.parameters) names.push_back(parameter.name);
   for (const ShaderInput& input : shader.inputs) names.push_back(input.name);
-  Fail(Extended(pointer, member.name), member.value,
+  Fail(PointerBelow(pointer, member.name), member.value,
        UnknownName(fmt::format("parameter of {}", shader.name), member.name, names));
 }
 
@@ -182,7 +156,7 @@ void MaterialReader::ReadParameter(const ShaderParameter& parameter, const Json&
     node.values.push_back({&parameter, ReadRamp(parameter, given, problems)});
     for (RampProblem& problem : problems) {
       std::string place = pointer;
-      for (const std::string& name : problem.below) place = Extended(place, name);
+      for (const std::string& name : problem.below) place = PointerBelow(place, name);
       AddProblem(problem.isError, place, problem.place->offset, std::move(problem.message));
     }
     return;
@@ -202,6 +176,10 @@ std::optional<MaterialReader::Content> MaterialReader::ReadInput(const Json& giv
                                                                  std::size_t depth) {
   if (std::holds_alternative<std::nullptr_t>(given.value)) return std::nullopt;
   if (const auto* name = std::get_if<std::string>(&given.value)) {
+    if (const std::string_view wrong = WrongInFilename(*name); !wrong.empty()) {
+      Fail(pointer, given, std::string(wrong));
+      return std::nullopt;
+    }
     return ReadReference(*name, given, pointer, depth);
   }
   if (std::holds_alternative<Json::Object>(given.value)) return ReadNode(given, pointer, depth);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "host/channels/material_file.h"
+#include "host/channels/problem_list.h"
 
 namespace sorvanix::host {
 
@@ -34,11 +35,6 @@ class MaterialReader {
     std::filesystem::path identity;  // the same for all ways to name the file
     std::size_t number = 0;          // in the order of reading
   };
-  struct Found {
-    std::size_t source, offset;
-    MaterialProblem problem;
-  };
-
   MaterialNode ReadSource(Source source, std::size_t depth);
   MaterialNode ReadNode(const Json& json, const std::string& pointer, std::size_t depth);
   bool Enter(const Json& json, const std::string& pointer, std::size_t depth);
@@ -63,10 +59,9 @@ class MaterialReader {
   const ShaderCatalogue& catalogue_;
   const MaterialPlaces& places_;
   std::vector<Source> open_;  // the innermost last
-  std::vector<Found> found_;
+  ProblemList problems_;
   std::size_t sources_ = 0;
   int shaders_ = 0;
-  bool failed_ = false;
 };
 
 }  // namespace sorvanix::host

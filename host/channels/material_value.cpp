@@ -157,7 +157,7 @@ std::string_view KindOf(const Json& json) {
 
 std::string UnknownName(std::string_view what, std::string_view name,
                         const std::vector<std::string_view>& knownNames) {
-  std::string message = fmt::format("unknown {} {}", what, WriteJson(Json(std::string(name)), -1));
+  std::string message = fmt::format("unknown {} {}", what, WriteJson(Json(Excerpt(name)), -1));
   const std::string_view nearest = NearestName(name, knownNames);
   if (!nearest.empty()) message += fmt::format("; did you mean \"{}\"?", nearest);
   return message;

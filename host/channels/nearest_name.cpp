@@ -3,7 +3,6 @@
 #include "host/channels/nearest_name.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace sorvanix::host {
 
@@ -11,6 +10,9 @@ namespace {
 
 // Names are short; the tail of a longer one cannot bring two words nearer in a useful way.
 constexpr std::size_t kLongestCompared = 64;
+
+// Of a name whose end is missing.
+constexpr std::size_t kShortestBeginning = 3;
 
 char LowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
@@ -40,7 +42,8 @@ std::size_t EditDistance(std::string_view first, std::string_view second) {
 
 std::string_view NearestName(std::string_view wanted, const std::vector<std::string_view>& names) {
   std::string_view nearest;
-  std::size_t smallest = std::numeric_limits<std::size_t>::max();
+  // One slip in three letters is one; more make another word.
+  std::size_t smallest = wanted.size() / 3 + 2;
   for (const std::string_view name : names) {
     const std::size_t distance = EditDistance(wanted, name);
     if (distance < smallest) {
@@ -48,7 +51,11 @@ std::string_view NearestName(std::string_view wanted, const std::vector<std::str
       nearest = name;
     }
   }
-  return nearest;
+  if (!nearest.empty() || wanted.size() < kShortestBeginning) return nearest;
+  const auto begun = std::find_if(names.begin(), names.end(), [wanted](std::string_view name) {
+    return SameIgnoringCase(name.substr(0, wanted.size()), wanted);
+  });
+  return begun == names.end() ? nearest : *begun;
 }
 
 bool SameIgnoringCase(std::string_view first, std::string_view second) {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "host/services/filenames.h"
+#include "host/services/input_log.h"
 
 namespace sorvanix::host {
 
@@ -19,6 +20,7 @@ TextureLoader SetTextureLoader(TextureLoader loader) noexcept {
 }
 
 tl::expected<TexturePointer, std::string> LoadTexture(const std::filesystem::path& file) {
+  InputLog::Note(file);
   if (installedLoader == nullptr) {
     return tl::unexpected(fmt::format("{}: this program reads no bitmaps", Utf8FromPath(file)));
   }

@@ -6,12 +6,14 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <exception>
 #include <utility>
 #include <vector>
 
 #include "host/images/first_line.h"
 #include "host/images/image_info.h"
 #include "host/services/filenames.h"
+#include "host/services/handle.h"
 
 namespace sorvanix::host {
 
@@ -90,19 +92,28 @@ class BitmapTexture final : public Texture {
     options.interpmode = OIIO::TextureOpt::InterpBilinear;
     options.sblur = options.tblur = sorvanix::host::Width(lookup.blur / 2);
 
-    std::array<float, 3> colour = {};
-    system_->texture(handle_, nullptr, options, s, t, sorvanix::host::Width(lookup.delta.x), 0, 0,
-                     sorvanix::host::Width(lookup.delta.y), colours_, colour.data());
-    if (colours_ == 1) return {colour[0], colour[0], colour[0]};
-    return {colour[0], colour[1], colour[2]};
+    // Tiles are decoded here and now, where memory may be short.
+    return Guarded(Vector{}, [&]() -> Vector {
+      std::array<float, 3> colour = {};
+      system_->texture(handle_, nullptr, options, s, t, sorvanix::host::Width(lookup.delta.x), 0, 0,
+                       sorvanix::host::Width(lookup.delta.y), colours_, colour.data());
+      if (colours_ == 1) return {colour[0], colour[0], colour[0]};
+      return {colour[0], colour[1], colour[2]};
+    });
   }
 
   tl::expected<Image, std::string> Pixels() const override {
+    const auto fail = [this](const std::string& reason) {
+      return tl::unexpected(fmt::format("{}: {}", file_, reason));
+    };
+    if (auto excess = TooLarge(width_, height_, 3 * sizeof(float)); !excess.empty()) {
+      return fail(excess);
+    }
     Image image(width_, height_);
     OIIO::TextureOpt options;
     if (!system_->get_texels(handle_, nullptr, options, 0, 0, width_, 0, height_, 0, 1, 0, colours_,
                              OIIO::TypeDesc::FLOAT, image.rgb.data())) {
-      return tl::unexpected(fmt::format("{}: {}", file_, FirstLine(system_->geterror())));
+      return fail(FirstLine(system_->geterror()));
     }
     if (colours_ == 1) Replicate(image.rgb);
     return image;
@@ -116,13 +127,9 @@ class BitmapTexture final : public Texture {
   int colours_;  // channels that are read: red, green and blue, or grey
 };
 
-}  // namespace
-
-tl::expected<TexturePointer, std::string> OpenBitmapTexture(const std::filesystem::path& file) {
-  const std::string name = Utf8FromPath(file);
-  const auto fail = [&name](std::string_view reason) {
-    return tl::unexpected(fmt::format("{}: {}", name, reason));
-  };
+// The error is one line without the file's name.
+tl::expected<TexturePointer, std::string> Open(const std::filesystem::path& file) {
+  const auto fail = [](std::string_view reason) { return tl::unexpected(std::string(reason)); };
   std::error_code ignored;
   if (!std::filesystem::exists(file, ignored)) return fail("no such file");
   if (!std::filesystem::is_regular_file(file, ignored)) return fail("not an image file");
@@ -139,6 +146,19 @@ tl::expected<TexturePointer, std::string> OpenBitmapTexture(const std::filesyste
   // A header alone proves nothing: a cut file must be refused here, not sampled as black.
   if (const auto pixels = ReadImageInfo(file); !pixels) return fail(pixels.error());
   return std::make_shared<const BitmapTexture>(std::move(system), handle, absolute, spec);
+}
+
+}  // namespace
+
+tl::expected<TexturePointer, std::string> OpenBitmapTexture(const std::filesystem::path& file) {
+  tl::expected<TexturePointer, std::string> texture;
+  try {
+    texture = Open(file);
+  } catch (const std::exception& exception) {  // out of memory, or the library's own
+    texture = tl::unexpected(FirstLine(exception.what()));
+  }
+  if (!texture) return tl::unexpected(fmt::format("{}: {}", Utf8FromPath(file), texture.error()));
+  return texture;
 }
 
 }  // namespace sorvanix::host

@@ -47,6 +47,19 @@ std::optional<PixelDepth> DepthNamed(std::string_view name) {
   return static_cast<PixelDepth>(found - std::begin(kDepthNames));
 }
 
+int LongestSide(FileFormat format) {
+  // What libjpeg takes, a little less than the 16 bits of ITU-T T.81 could tell; for the others a
+  // side that no program's picture comes near.
+  return format == FileFormat::Jpeg ? 65500 : 65536;
+}
+
+bool KeepsPixels(FileFormat format) { return format != FileFormat::Jpeg; }
+
+std::size_t BytesOf(PixelDepth depth) {
+  constexpr std::size_t kBytes[] = {1, 2, 2, 4};
+  return kBytes[static_cast<std::size_t>(depth)];
+}
+
 std::string_view NameOf(PixelDepth depth) { return kDepthNames[static_cast<std::size_t>(depth)]; }
 
 tl::expected<ImageFormat, std::string> ChooseImageFormat(const std::filesystem::path& file,

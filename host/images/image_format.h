@@ -1,6 +1,7 @@
 // Which kinds of image file are written, and how many bits a value takes in them.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -22,6 +23,15 @@ struct ImageFormat {
 
 /// The depth that "8", "16", "half" or "float" names.
 std::optional<PixelDepth> DepthNamed(std::string_view name);
+
+/// The most pixels along one side of a file.
+int LongestSide(FileFormat format);
+
+/// Whether the pixels of a file are exactly those that were written into it.
+bool KeepsPixels(FileFormat format);
+
+/// How many bytes a value takes.
+std::size_t BytesOf(PixelDepth depth);
 
 /// "8", "16", "half" or "float".
 std::string_view NameOf(PixelDepth depth);

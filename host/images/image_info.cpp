@@ -5,8 +5,12 @@
 #include <OpenImageIO/imageio.h>
 #include <fmt/format.h>
 
+#include <exception>
+#include <utility>
+
 #include "host/images/first_line.h"
 #include "host/services/json.h"
+#include "host/services/machine_memory.h"
 
 namespace sorvanix::host {
 
@@ -40,15 +44,12 @@ void TakeProvenance(ImageInfo& info, const std::string& description) {
   if (const Json* recipe = parsed->Find("recipe")) info.recipe = WriteJson(*recipe, -1);
 }
 
-}  // namespace
-
-tl::expected<ImageInfo, std::string> ReadImageInfo(const std::filesystem::path& file) {
+tl::expected<ImageInfo, std::string> Read(const std::filesystem::path& file) {
   const auto input = OIIO::ImageInput::open(file.string());
   if (!input) return tl::unexpected(FirstLine(OIIO::geterror()));
   const OIIO::ImageSpec spec = input->spec();
-  constexpr int kLargestSide = 65536;
-  if (spec.width > kLargestSide || spec.height > kLargestSide) {
-    return tl::unexpected(fmt::format("{} x {} pixels are too many", spec.width, spec.height));
+  if (auto excess = TooLarge(spec.width, spec.height, spec.pixel_bytes()); !excess.empty()) {
+    return tl::unexpected(std::move(excess));
   }
   // All of the pixels, in the file's own type: a truncated file is found here.
   std::vector<unsigned char> pixels(spec.image_bytes());
@@ -65,6 +66,28 @@ tl::expected<ImageInfo, std::string> ReadImageInfo(const std::filesystem::path& 
   info.pixelHash = OIIO::ImageBufAlgo::computePixelHashSHA1(OIIO::ImageBuf(spec, pixels.data()));
   TakeProvenance(info, spec.get_string_attribute("ImageDescription"));
   return info;
+}
+
+}  // namespace
+
+std::string TooLarge(int width, int height, std::size_t pixelBytes) {
+  constexpr int kLargestSide = 65536;
+  if (width > kLargestSide || height > kLargestSide) {
+    return fmt::format("{} x {} pixels are too many", width, height);
+  }
+  // Readers of some formats hold the whole picture a second time.
+  const double needed = 2.0 * width * height * static_cast<double>(pixelBytes);
+  if (needed <= MachineMemory()) return {};
+  return fmt::format("{} x {} pixels of {} bytes are more than this machine has memory for", width,
+                     height, pixelBytes);
+}
+
+tl::expected<ImageInfo, std::string> ReadImageInfo(const std::filesystem::path& file) {
+  try {
+    return Read(file);
+  } catch (const std::exception& exception) {  // out of memory, or the library's own
+    return tl::unexpected(FirstLine(exception.what()));
+  }
 }
 
 }  // namespace sorvanix::host

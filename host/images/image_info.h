@@ -1,6 +1,7 @@
 // What an image file holds and tells about its making.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <tl/expected.hpp>
@@ -22,6 +23,10 @@ struct ImageInfo {
   /// Whether the pixels are still those that were written; true where no hash is recorded.
   bool Intact() const { return recordedHash.empty() || recordedHash == pixelHash; }
 };
+
+/// Why a picture of so many pixels, each of so many bytes, is not read; empty for one that is. Its
+/// header alone may ask for more than there is memory for.
+std::string TooLarge(int width, int height, std::size_t pixelBytes);
 
 /// Reads any image file that OpenImageIO knows. The error is one line without the file's name.
 tl::expected<ImageInfo, std::string> ReadImageInfo(const std::filesystem::path& file);

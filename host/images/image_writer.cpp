@@ -81,6 +81,12 @@ std::string HashOf(const OIIO::ImageSpec& spec, std::vector<unsigned char>& pixe
   return OIIO::ImageBufAlgo::computePixelHashSHA1(buffer);
 }
 
+// What an encoded picture may take: no compression of these formats makes noise much larger.
+constexpr std::size_t EncodedBytes(std::size_t pixelBytes) {
+  constexpr std::size_t kHead = std::size_t{1} << 20;
+  return pixelBytes + pixelBytes / 64 + kHead;
+}
+
 // What a description can hold: JPEG keeps it in a segment of 64 KB, twice; of TIFF's longer ones
 // the library reads the beginning only.
 std::size_t LongestDescription(FileFormat format) {
@@ -101,9 +107,10 @@ const char* ColourSpaceOf(const Provenance& provenance) {
 // All formats keep a description; of attributes of our own and of the colour space, some do not.
 std::string DescriptionOf(const Provenance& provenance, const std::string& hash,
                           std::size_t longest) {
-  const std::string facts =
-      fmt::format(R"("program":{},"colourSpace":"{}","pixelHash":"{}")",
-                  WriteJson(Json(provenance.program), -1), ColourSpaceOf(provenance), hash);
+  std::string facts =
+      fmt::format(R"("program":{},"colourSpace":"{}")", WriteJson(Json(provenance.program), -1),
+                  ColourSpaceOf(provenance));
+  if (!hash.empty()) facts += fmt::format(R"(,"pixelHash":"{}")", hash);
   const std::string whole = fmt::format(R"({{{},"recipe":{}}})", facts, provenance.recipe);
   return whole.size() <= longest ? whole : fmt::format("{{{}}}", facts);
 }
@@ -121,7 +128,7 @@ void SetProvenance(OIIO::ImageSpec& spec, FileFormat format, const Provenance& p
   spec.attribute("Software", provenance.program);
   spec.attribute("sorvanix:program", provenance.program);
   spec.attribute("sorvanix:recipe", provenance.recipe);
-  spec.attribute("sorvanix:pixelHash", hash);
+  if (!hash.empty()) spec.attribute("sorvanix:pixelHash", hash);
   spec.attribute("ImageDescription", DescriptionOf(provenance, hash, LongestDescription(format)));
 }
 
@@ -147,7 +154,7 @@ std::string WriteDirectly(const std::filesystem::path& file, ImageFormat format,
 std::string WriteThroughMemory(const std::filesystem::path& file, ImageFormat format,
                                const OIIO::ImageSpec& spec,
                                const std::vector<unsigned char>& pixels) {
-  MemoryFile memory;
+  MemoryFile memory(EncodedBytes(pixels.size()));
   {
     const auto output = OIIO::ImageOutput::create(LibraryNameOf(format.file));
     if (!output) return OIIO::geterror();
@@ -166,13 +173,19 @@ std::string WriteThroughMemory(const std::filesystem::path& file, ImageFormat fo
 
 }  // namespace
 
+double WrittenBytes(int width, int height, PixelDepth depth) {
+  const double values = 3.0 * width * height;
+  const auto filePixels = values * static_cast<double>(BytesOf(depth));
+  return values * sizeof(float) + 2 * filePixels;
+}
+
 tl::expected<std::string, std::string> WriteImage(const std::filesystem::path& file,
                                                   const Image& image, ImageFormat format,
                                                   const Provenance& provenance) {
   OIIO::ImageSpec spec(image.width, image.height, 3, TypeOf(format.depth));
   std::vector<unsigned char> pixels = PixelsOf(image, format.depth);
   const std::string hash = HashOf(spec, pixels);
-  SetProvenance(spec, format.file, provenance, hash);
+  SetProvenance(spec, format.file, provenance, KeepsPixels(format.file) ? hash : std::string());
   const std::string error = format.file == FileFormat::Tiff
                                 ? WriteDirectly(file, format, spec, pixels)
                                 : WriteThroughMemory(file, format, spec, pixels);

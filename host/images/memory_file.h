@@ -12,7 +12,8 @@ namespace sorvanix::host {
 
 class MemoryFile final : public OIIO::Filesystem::IOProxy {
  public:
-  MemoryFile() : IOProxy("", Write) {}
+  /// Room for `expected` bytes is put aside at once, so that growing needs no second copy.
+  explicit MemoryFile(std::size_t expected) : IOProxy("", Write) { bytes_.reserve(expected); }
 
   const char* proxytype() const override { return "memory"; }
   std::size_t size() const override { return bytes_.size(); }

@@ -34,10 +34,11 @@ struct SceneReadingOptions {
 struct SceneReading {
   std::unique_ptr<Scene> scene;        ///< up to date; only when there are no errors
   std::vector<SceneProblem> problems;  ///< in the order of the text
+  UntoldProblems untold = {};
 };
 
 /// Reads the text of a scene file, with the meshes and materials that it names beside `file`. Up to
-/// a hundred problems are told, not only the first; nothing is half-read.
+/// kMostProblems are told, not only the first; nothing is half-read.
 SceneReading ReadScene(std::string_view text, const std::filesystem::path& file,
                        const SceneReadingOptions& options = {});
 

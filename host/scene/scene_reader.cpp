@@ -10,9 +10,6 @@
 namespace sorvanix::host {
 namespace {
 
-/// More would not be read by anyone, and each costs a walk through the text for its position.
-constexpr std::size_t kMostProblems = 100;
-
 /// What is wrong with a number by the field's rule; empty for nothing.
 std::string BeyondLimits(double number, const FieldRule& rule) {
   if (rule.least && number < *rule.least) {
@@ -35,15 +32,11 @@ SceneReading SceneReader::Read() {
   } else {
     Json place;
     place.offset = json.error().offset;
-    Fail({place, {}}, json.error().message);
+    Fail({place, json.error().pointer}, json.error().message);
   }
-  if (failed_) scene_ = nullptr;
-  std::stable_sort(found_.begin(), found_.end(), [](const Found& first, const Found& second) {
-    return first.offset < second.offset;
-  });
-  SceneReading reading = {.scene = std::move(scene_), .problems = {}};
-  for (Found& found : found_) reading.problems.push_back(std::move(found.problem));
-  return reading;
+  if (problems_.HasErrors()) scene_ = nullptr;
+  problems_.Place(0, text_);
+  return {.scene = std::move(scene_), .problems = problems_.Take(), .untold = problems_.Untold()};
 }
 
 void SceneReader::ReadScene(const Place& place) {
@@ -111,15 +104,7 @@ const Json::Object* SceneReader::Members(const Place& place, std::string_view wh
 }
 
 SceneReader::Place SceneReader::Below(const Place& place, std::string_view name, const Json& json) {
-  std::string pointer = place.pointer + '/';
-  for (const char c : name) {  // escaped as RFC 6901 tells
-    if (c == '~' || c == '/') {
-      pointer += c == '~' ? "~0" : "~1";
-    } else {
-      pointer += c;
-    }
-  }
-  return {json, std::move(pointer)};
+  return {json, PointerBelow(place.pointer, name)};
 }
 
 std::optional<ParameterValue> SceneReader::ReadValue(const Place& place,
@@ -150,17 +135,13 @@ void SceneReader::CheckNames(const Place& place, std::string_view what,
 }
 
 void SceneReader::Fail(const Place& place, std::string message) {
-  failed_ = true;
-  if (found_.size() >= kMostProblems) return;
-  AddProblem(place, {.file = {},
-                     .pointer = place.pointer,
-                     .position = PositionIn(text_, place.json.offset),
-                     .message = std::move(message)});
+  AddProblem(place,
+             {.file = {}, .pointer = place.pointer, .position = {}, .message = std::move(message)});
 }
 
 void SceneReader::AddProblem(const Place& place, SceneProblem problem) {
-  failed_ = failed_ || problem.isError;
-  found_.push_back({place.json.offset, std::move(problem)});
+  const bool isElsewhere = !problem.file.empty();
+  problems_.Add(0, place.json.offset, std::move(problem), isElsewhere);
 }
 
 SceneReading ReadScene(std::string_view text, const std::filesystem::path& file,

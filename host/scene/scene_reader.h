@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/channels/problem_list.h"
 #include "host/scene/scene_fields.h"
 #include "host/scene/scene_file.h"
 #include "host/scene/scene_format.h"
@@ -87,6 +88,7 @@ class SceneReader {
                   const std::vector<std::string_view>& names);
 
   void Fail(const Place& place, std::string message);
+  /// One without a file of its own has a position from the place on.
   void AddProblem(const Place& place, SceneProblem problem);
 
   std::string_view text_;
@@ -95,12 +97,7 @@ class SceneReader {
   std::unique_ptr<Scene> scene_;
   std::map<std::filesystem::path, std::shared_ptr<const PolygonMesh>> meshes_;
   std::size_t polygons_ = 0;
-  struct Found {
-    std::size_t offset;  // in the scene's text, also for problems of other files
-    SceneProblem problem;
-  };
-  std::vector<Found> found_;
-  bool failed_ = false;
+  ProblemList problems_;
 };
 
 template <class ReadItem>

@@ -6,6 +6,7 @@
 #include "host/channels/material_value.h"
 #include "host/scene/scene_reader.h"
 #include "host/services/filenames.h"
+#include "host/services/input_log.h"
 #include "host/services/stream_json.h"
 
 namespace sorvanix::host {
@@ -48,7 +49,7 @@ void SceneReader::ReadMaterials(const Place& place) {
     if (material->name.text.empty()) {
       Fail(item, "a material needs a name");
     } else if (scene_->FindMaterial(material->name.text) != nullptr) {
-      Fail(item, fmt::format("there are two materials \"{}\"", material->name.text));
+      Fail(item, fmt::format("there are two materials \"{}\"", Excerpt(material->name.text)));
     }
     scene_->Add(std::move(material));
   });
@@ -106,6 +107,9 @@ void SceneReader::ReadGraph(const Place& place, MaterialChannel& channel) {
 
 void SceneReader::ReadGraphFile(const Place& place, const std::string& name,
                                 MaterialChannel& channel) {
+  if (const std::string_view wrong = WrongInFilename(name); !wrong.empty()) {
+    return Fail(place, std::string(wrong));
+  }
   std::vector<fs::path> folders = {file_.parent_path()};
   const bool isMaterial = name.ends_with(".json");
   if (!isMaterial) {
@@ -115,21 +119,23 @@ void SceneReader::ReadGraphFile(const Place& place, const std::string& name,
     const fs::path path = folder / PathFromUtf8(name);
     if (!IsFile(path)) continue;
     if (!isMaterial) {
+      InputLog::Note(path);
       channel.graph = MaterialBitmap{name, path};
     } else if (options_.catalogue != nullptr) {
       const auto text = ReadMaterialText(path);
-      if (!text) return Fail(place, fmt::format("\"{}\": {}", name, text.error()));
+      if (!text) return Fail(place, fmt::format("\"{}\": {}", Excerpt(name), text.error()));
       MaterialReading reading =
           host::ReadMaterial(*text, *options_.catalogue, {path, options_.imageFolders});
       for (MaterialProblem& problem : reading.problems) {
         if (problem.file.empty()) problem.file = path;
         AddProblem(place, std::move(problem));
       }
+      problems_.AddUntold(reading.untold);
       if (reading.material) channel.graph = std::move(*reading.material);
     }
     return;
   }
-  Fail(place, fmt::format("there is no file \"{}\"", name));
+  Fail(place, fmt::format("there is no file \"{}\"", Excerpt(name)));
 }
 
 void SceneReader::ReadGraphText(const Place& place, MaterialChannel& channel) {
@@ -137,15 +143,13 @@ void SceneReader::ReadGraphText(const Place& place, MaterialChannel& channel) {
   const std::string_view text = TextOfValue(text_, place.json.offset);
   MaterialReading reading =
       host::ReadMaterial(text, *options_.catalogue, {file_, options_.imageFolders});
-  const TextPosition start = PositionIn(text_, place.json.offset);
   for (MaterialProblem& problem : reading.problems) {
     if (problem.file.empty()) {  // in this text: told by its place in the whole
       problem.pointer = place.pointer + problem.pointer;
-      if (problem.position.line == 1) problem.position.column += start.column - 1;
-      problem.position.line += start.line - 1;
     }
     AddProblem(place, std::move(problem));
   }
+  problems_.AddUntold(reading.untold);
   if (reading.material) channel.graph = std::move(*reading.material);
 }
 

@@ -48,7 +48,7 @@ void SceneReader::ReadObject(const Place& place, Object& parent) {
   ReadFields(place, FieldsOfObjects(), object);
   ReadTarget(place, object.transform);
   ReadContent(place, *kind, object);
-  if (failed_) {  // only to find more problems: nothing is built any more
+  if (problems_.HasErrors()) {  // only to find more problems: nothing is built any more
     object.content = NullContent{};
   }
   object.Update();
@@ -80,6 +80,9 @@ void SceneReader::ReadMesh(const Place& place, MeshContent& content) {
   const Json* given = Find(place, "file");
   if (given == nullptr) return Fail(place, "a mesh needs a \"file\"");
   if (content.file.empty()) return;  // no text, and a problem already
+  if (const std::string_view wrong = WrongInFilename(content.file); !wrong.empty()) {
+    return Fail(Below(place, "file", *given), std::string(wrong));
+  }
   const fs::path path = file_.parent_path() / PathFromUtf8(content.file);
   std::error_code error;
   const fs::path identity = fs::weakly_canonical(path, error);

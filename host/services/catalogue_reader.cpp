@@ -9,6 +9,7 @@
 
 #include "host/services/json.h"
 #include "host/services/json_numbers.h"
+#include "host/services/text_position.h"
 
 namespace sorvanix::host {
 
@@ -42,7 +43,8 @@ constexpr Row<Struct, Member> Optional(std::string_view name, Member Struct::*me
 
 constexpr auto RowsOf(const ParameterChoice&) {
   return std::tuple{Row{"value", &ParameterChoice::value}, Row{"name", &ParameterChoice::name},
-                    Row{"label", &ParameterChoice::label}};
+                    Row{"label", &ParameterChoice::label},
+                    Optional("random", &ParameterChoice::random)};
 }
 constexpr auto RowsOf(const ShaderInput&) {
   return std::tuple{Row{"key", &ShaderInput::key}, Row{"name", &ShaderInput::name},
@@ -125,6 +127,12 @@ class Reader {
   bool Read(const Json& json, Vector& value) {
     return Take(json, VectorIn(json), value, "expected three numbers");
   }
+  bool Read(const Json& json, bool& value) {
+    const auto* truth = std::get_if<bool>(&json.value);
+    if (truth == nullptr) return Fail(json, "expected true or false");
+    value = *truth;
+    return true;
+  }
   bool Read(const Json& json, std::string& value) {
     const auto* text = std::get_if<std::string>(&json.value);
     if (text == nullptr) return Fail(json, "expected a text");
@@ -158,8 +166,7 @@ class Reader {
       case ParameterType::Real:
         return Read(json, value.emplace<float>());
       case ParameterType::Bool:
-        value = std::holds_alternative<bool>(json.value) && std::get<bool>(json.value);
-        return std::holds_alternative<bool>(json.value) || Fail(json, "expected true or false");
+        return Read(json, value.emplace<bool>());
       case ParameterType::Vector:
         return Read(json, value.emplace<Vector>());
       case ParameterType::Text:

@@ -18,7 +18,7 @@ HostFilename* NewFilenameFrom(Make&& make) noexcept {
 }
 
 // A zero byte would end the path for the system and name another file than the text does.
-bool CanBePath(std::string_view text) { return text.find('\0') == std::string_view::npos; }
+bool CanBePath(std::string_view text) noexcept { return text.find('\0') == std::string_view::npos; }
 
 HostFilename* Create() noexcept {
   return Guarded(EmptyFilename(), [] { return (new Filename)->Handle(); });
@@ -57,6 +57,13 @@ std::int32_t FileExists(const HostFilename* filename) noexcept {
 }
 
 }  // namespace
+
+std::string_view WrongInFilename(std::string_view text) noexcept {
+  constexpr std::size_t kLongest = 4095;  // of a path of Linux
+  if (!CanBePath(text)) return "the name of a file cannot hold a zero character";
+  if (text.size() > kLongest) return "the name of a file cannot be longer than 4095 bytes";
+  return {};
+}
 
 std::filesystem::path PathFromUtf8(std::string_view text) {
   return std::filesystem::path(std::u8string(text.begin(), text.end()));

@@ -25,6 +25,9 @@ class Filename : public Handled<Filename, HostFilename> {
 std::filesystem::path PathFromUtf8(std::string_view text);
 std::string Utf8FromPath(const std::filesystem::path& path);
 
+/// Why a text cannot name a file, in words; empty for one that can, whether it is there or not.
+std::string_view WrongInFilename(std::string_view text) noexcept;
+
 /// The shared empty filename, which is never freed.
 HostFilename* EmptyFilename() noexcept;
 

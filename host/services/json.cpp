@@ -77,7 +77,8 @@ class Builder final : public nlohmann::json_sax<nlohmann::json> {
   }
   bool end_object() override {
     if (const JsonMember* repeated = FindRepeated(std::get<Json::Object>(open_.back()->value))) {
-      error_ = {"the name \"" + repeated->name + "\" stands here twice", repeated->value.offset};
+      error_ = {"the name \"" + Excerpt(repeated->name) + "\" stands here twice",
+                repeated->value.offset, PointerBelow(Pointer(open_.size() - 1), repeated->name)};
       return false;
     }
     return end_array();
@@ -113,7 +114,9 @@ class Builder final : public nlohmann::json_sax<nlohmann::json> {
 
   bool Open(Json::Value value) {
     constexpr std::size_t kDeepest = 256;
-    if (open_.size() == kDeepest) return Fail("nested too deeply");
+    if (open_.size() == kDeepest) {
+      return Fail("nested more than " + std::to_string(kDeepest) + " levels deep");
+    }
     Json& place = Place();
     place.offset = NextToken();
     place.value = std::move(value);
@@ -121,9 +124,24 @@ class Builder final : public nlohmann::json_sax<nlohmann::json> {
     return true;
   }
 
-  bool Fail(const char* message) {
-    error_ = {message, NextToken()};
+  bool Fail(std::string message) {
+    error_ = {std::move(message), NextToken(), Pointer(open_.size())};
     return false;
+  }
+
+  // To what is being read inside the first `depth` of the open values.
+  std::string Pointer(std::size_t depth) const {
+    std::string pointer;
+    for (std::size_t i = 0; i < depth; ++i) {
+      if (const auto* array = std::get_if<Json::Array>(&open_[i]->value)) {
+        // In the last one the next element is still to be added.
+        const bool isNext = i + 1 == open_.size();
+        pointer = PointerBelow(pointer, std::to_string(array->size() - (isNext ? 0 : 1)));
+      } else if (const auto& object = std::get<Json::Object>(open_[i]->value); !object.empty()) {
+        pointer = PointerBelow(pointer, object.back().name);
+      }
+    }
+    return pointer;
   }
 
   // The second of two members with one name, or null. By sorting: an object may be long.
@@ -138,13 +156,14 @@ class Builder final : public nlohmann::json_sax<nlohmann::json> {
     return same == members.end() ? nullptr : *std::next(same);
   }
 
-  // The parser's words without its class, line and column: "[class] parse error at ...: words".
+  // The parser's words without its class, line and column: "[class] parse error at ...: words", and
+  // without what it read last, which may be long, broken over lines, or no text at all.
   static std::string Plain(std::string_view words) {
     if (const auto end = words.find("] "); end != words.npos) words.remove_prefix(end + 2);
     if (words.starts_with("parse error")) {
       if (const auto end = words.find(": "); end != words.npos) words.remove_prefix(end + 2);
     }
-    return std::string(words);
+    return std::string(words.substr(0, words.find("; last read")));
   }
 
   std::string_view text_;
@@ -187,11 +206,24 @@ const Json* Json::Find(std::string_view name) const noexcept {
   return found == object->end() ? nullptr : &found->value;
 }
 
-TextPosition PositionIn(std::string_view text, std::size_t offset) noexcept {
-  const std::string_view before = text.substr(0, offset);
-  const auto lines = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
-  const std::size_t lineStart = lines == 0 ? 0 : before.rfind('\n') + 1;
-  return {lines + 1, before.size() - lineStart + 1};
+std::string Excerpt(std::string_view text) {
+  constexpr std::size_t kLongest = 60;
+  if (text.size() <= kLongest) return std::string(text);
+  std::size_t end = kLongest;
+  while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;  // whole letters
+  return std::string(text.substr(0, end)) + "...";
+}
+
+std::string PointerBelow(const std::string& pointer, std::string_view name) {
+  std::string below = pointer + '/';
+  for (const char c : Excerpt(name)) {
+    if (c == '~' || c == '/') {
+      below += c == '~' ? "~0" : "~1";
+    } else {
+      below += c;
+    }
+  }
+  return below;
 }
 
 tl::expected<Json, JsonError> ParseJson(std::string_view text) { return Builder(text).Build(); }

@@ -41,16 +41,18 @@ struct Json {
   std::size_t offset = 0;  ///< of its first byte in the text that it was read from
 };
 
-/// A place in a text, counted from 1; columns are bytes.
-struct TextPosition {
-  std::size_t line = 1, column = 1;
-};
-TextPosition PositionIn(std::string_view text, std::size_t offset) noexcept;
+/// The pointer to what stands under a name in what `pointer` points to: RFC 6901. Of a name that is
+/// longer than any that is known here, an excerpt.
+std::string PointerBelow(const std::string& pointer, std::string_view name);
+
+/// A text as a message may quote it: what is beyond some 60 characters is left out.
+std::string Excerpt(std::string_view text);
 
 /// What is wrong with a text, and where.
 struct JsonError {
   std::string message;
   std::size_t offset = 0;
+  std::string pointer = {};  ///< of what was being read; empty for the whole
 };
 
 tl::expected<Json, JsonError> ParseJson(std::string_view text);

@@ -20,8 +20,9 @@ namespace sorvanix::host {
 /// One of the values that an integer parameter is meant to have.
 struct ParameterChoice {
   std::int32_t value = 0;
-  std::string name;   ///< in files and scripts
-  std::string label;  ///< in dialogs
+  std::string name;     ///< in files and scripts
+  std::string label;    ///< in dialogs
+  bool random = false;  ///< every sample draws a new random number
 };
 
 /// One colour of a ramp, at a place of 0..1.

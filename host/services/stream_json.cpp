@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "host/services/filenames.h"
 #include "host/services/json_numbers.h"
 
 namespace sorvanix::host {
@@ -80,7 +81,10 @@ Failure Read(const Json& json, StreamLink& link) {
   const Json* bitmap = json.Find(kBitmap);
   if (bitmap != nullptr && members->size() == 1) {
     link.pluginId = StreamLink::kBitmap;
-    return Read(*bitmap, link.filename);
+    if (Failure failure = Read(*bitmap, link.filename)) return failure;
+    const std::string_view wrong = WrongInFilename(link.filename);
+    if (!wrong.empty()) return JsonError{std::string(wrong), bitmap->offset};
+    return {};
   }
   const Json* shader = json.Find(kShader);
   const Json* values = json.Find(kValues);

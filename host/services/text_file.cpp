@@ -3,9 +3,12 @@
 #include <fstream>
 #include <iterator>
 
+#include "host/services/input_log.h"
+
 namespace sorvanix::host {
 
 std::optional<std::string> ReadTextFile(const std::filesystem::path& file) {
+  InputLog::Note(file);
   std::error_code unreadable;
   // A folder can be opened like a file, but not read.
   if (!std::filesystem::is_regular_file(file, unreadable)) return {};

@@ -60,7 +60,7 @@ typedef struct DialogTable {
   /* While the mouse is held: waits for the next move, 0 when it was released. */
   int32_t (*pollMouse)(HostUserArea* area, int32_t* x, int32_t* y,
                        int32_t* qualifier) SORVANIX_NOEXCEPT;
-  /* Calls handler with AreaInit's timer id every so many milliseconds; 0 stops it. */
+  /* Sends AreaTimer to the area's handler every so many milliseconds; 0 stops it. */
   void (*setTimer)(HostUserArea* area, int32_t milliseconds) SORVANIX_NOEXCEPT;
   /* Lets the user choose a colour; 0 when cancelled. */
   int32_t (*chooseColour)(Vector* colour) SORVANIX_NOEXCEPT;

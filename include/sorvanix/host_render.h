@@ -60,8 +60,12 @@ typedef struct RenderTable {
   void (*projectToScreen)(const RenderContext* render, const Vector* point,
                           Vector* screen) SORVANIX_NOEXCEPT;
 
-  /* Adds the light at the current hit to diffuse and specular, around bumpNormal; the highlight is
-   * the mirror cosine raised to exponent. Adds nothing while lightsEnabled is 0. */
+  /* Adds the light at the current hit to diffuse and specular, which it never clears. For each
+   * light of colour C, with N = bumpNormal as it stands, L the direction to the light, V the ray
+   * reversed and c = N.L: C itself, to diffuse, of an ambient light; nothing where c is 0 or below;
+   * else C c^(e^-k) to diffuse unless noDiffuse, k being the light's contrast, and
+   * C max(0, R.V)^exponent, R = 2 c N - L, to specular unless noSpecular. Area lights count by the
+   * mean of 16 of their points. Shadows by lightParamB. Adds nothing while lightsEnabled is 0. */
   void (*illuminate)(const RenderContext* render, Vector* diffuse, Vector* specular,
                      float exponent) SORVANIX_NOEXCEPT;
   int32_t (*lightCount)(const RenderContext* render) SORVANIX_NOEXCEPT;
@@ -73,7 +77,10 @@ typedef struct RenderTable {
   int32_t (*lightSample)(const RenderContext* render, const LightRecord* light, Vector* colour,
                          Vector* direction, const Vector* point, const Vector* normal,
                          int32_t shadows, int32_t identity) SORVANIX_NOEXCEPT;
-  /* Adds the share of an area light (types 7 and 8) to sum, times value. */
+  /* Adds the share of an area light (types 7 and 8) to sum: value / 16 times the sum over a grid of
+   * 4 by 4 of its points, at -0.75, -0.25, 0.25 and 0.75 of areaU and areaW, of C max(0,
+   * N.L)^(e^-k). N is bumpNormal, turned over when ray.N is below 0; side is 1 on the front of a
+   * face, -1 on its back; shadows by lightParamB. */
   void (*areaLight)(const RenderContext* render, const LightRecord* light, float value,
                     const Vector* ray, float side, const Vector* point,
                     Vector* sum) SORVANIX_NOEXCEPT;

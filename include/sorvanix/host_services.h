@@ -2,7 +2,8 @@
  * resources.
  *
  * Handles may be null everywhere: the operation then does nothing and answers 0, null, an empty
- * object or the default given. Unless said otherwise an operation is called on the main thread.
+ * object or the default given, where no other answer is told. Unless said otherwise an operation is
+ * called on the main thread.
  */
 #ifndef SORVANIX_HOST_SERVICES_H
 #define SORVANIX_HOST_SERVICES_H
@@ -60,9 +61,9 @@ typedef struct ContainerTable {
   HostContainer* (*clone)(const HostContainer* container)SORVANIX_NOEXCEPT; /* a deep copy */
   void (*copyTo)(const HostContainer* source, HostContainer* destination) SORVANIX_NOEXCEPT;
   int32_t (*id)(const HostContainer* container) SORVANIX_NOEXCEPT;
-  /* The index of a key, or -1. */
+  /* The index of a key, or -1; -1 also for null. */
   int32_t (*find)(const HostContainer* container, int32_t key) SORVANIX_NOEXCEPT;
-  /* The key at an index, or -1 past the end. */
+  /* The key at an index, or -1 for an index out of range; -1 also for null. */
   int32_t (*keyAt)(const HostContainer* container, int32_t index) SORVANIX_NOEXCEPT;
   int32_t (*getBool)(const HostContainer* container, int32_t key, int32_t def) SORVANIX_NOEXCEPT;
   Word (*getInt)(const HostContainer* container, int32_t key, Word def) SORVANIX_NOEXCEPT;

@@ -140,7 +140,8 @@ enum {
   AreaInput = SORVANIX_FOURCC('b', 'I', 'P', 'N'),   /* message: mouse or key input */
   AreaMinSize = SORVANIX_FOURCC('b', 'I', 'S', 'I'), /* message: tell the smallest size */
   AreaVisible = SORVANIX_FOURCC('b', 'V', 'I', 'N'), /* message: the area came on screen */
-  AreaCast = SORVANIX_FOURCC('b', 'C', 'A', 'S')     /* message: a message from another gadget */
+  AreaCast = SORVANIX_FOURCC('b', 'C', 'A', 'S'),    /* message: a message from another gadget */
+  AreaTimer = SORVANIX_FOURCC('b', 'T', 'I', 'M')    /* message: the time of setTimer has passed */
 };
 
 #endif

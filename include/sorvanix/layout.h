@@ -53,14 +53,64 @@ SORVANIX_FIELD(ChannelSample, render, 44, 48);
 SORVANIX_FIELD(ChannelSample, blurOffset, 48, 56);
 SORVANIX_FIELD(ChannelSample, blurScale, 52, 60);
 
+SORVANIX_SIZE(RenderInit, 8, 16);
+SORVANIX_FIELD(RenderInit, render, 0, 0);
+SORVANIX_FIELD(RenderInit, document, 4, 8);
+
+SORVANIX_SIZE(RayRecord, 48, 48);
+SORVANIX_FIELD(RayRecord, origin, 0, 0);
 SORVANIX_FIELD(RayRecord, direction, 24, 24);
+
+SORVANIX_SIZE(TextureTag, 128, 144);
+SORVANIX_FIELD(TextureTag, matrix1, 0, 0);
 SORVANIX_FIELD(TextureTag, matrix2, 48, 48);
 SORVANIX_FIELD(TextureTag, flags, 96, 96);
 SORVANIX_FIELD(TextureTag, flags2, 97, 97);
 SORVANIX_FIELD(TextureTag, projection, 98, 98);
 SORVANIX_FIELD(TextureTag, opaqueByte, 99, 99);
 SORVANIX_FIELD(TextureTag, offsetU, 100, 100);
+SORVANIX_FIELD(TextureTag, offsetV, 104, 104);
+SORVANIX_FIELD(TextureTag, lengthU, 108, 108);
+SORVANIX_FIELD(TextureTag, lengthV, 112, 112);
+SORVANIX_FIELD(TextureTag, opaque, 116, 120);
+
+SORVANIX_SIZE(UvwRecord, 148, 148);
+SORVANIX_FIELD(UvwRecord, uvw, 0, 0);
+SORVANIX_FIELD(UvwRecord, corner, 48, 48);
+SORVANIX_FIELD(UvwRecord, restCorner, 96, 96);
+SORVANIX_FIELD(UvwRecord, cornerCount, 144, 144);
+
+SORVANIX_SIZE(ObjectRecord, 60, 64);
 SORVANIX_FIELD(ObjectRecord, kind, 0, 0);
+SORVANIX_FIELD(ObjectRecord, type, 4, 4);
+SORVANIX_FIELD(ObjectRecord, matrix, 8, 8);
+SORVANIX_FIELD(ObjectRecord, object, 56, 56);
+
+SORVANIX_SIZE(LightRecord, 100, 100);
+SORVANIX_FIELD(LightRecord, ambient, 0, 0);
+SORVANIX_FIELD(LightRecord, noDiffuse, 4, 4);
+SORVANIX_FIELD(LightRecord, noSpecular, 8, 8);
+SORVANIX_FIELD(LightRecord, type, 12, 12);
+SORVANIX_FIELD(LightRecord, contrast, 16, 16);
+SORVANIX_FIELD(LightRecord, colour, 20, 20);
+SORVANIX_FIELD(LightRecord, position, 32, 32);
+SORVANIX_FIELD(LightRecord, direction, 44, 44);
+SORVANIX_FIELD(LightRecord, innerAngle, 56, 56);
+SORVANIX_FIELD(LightRecord, outerAngle, 60, 60);
+SORVANIX_FIELD(LightRecord, falloff, 64, 64);
+SORVANIX_FIELD(LightRecord, range, 68, 68);
+SORVANIX_FIELD(LightRecord, castShadows, 72, 72);
+SORVANIX_FIELD(LightRecord, areaU, 76, 76);
+SORVANIX_FIELD(LightRecord, areaW, 88, 88);
+
+SORVANIX_SIZE(ParticleRecord, 16, 16);
+SORVANIX_FIELD(ParticleRecord, position, 0, 0);
+SORVANIX_FIELD(ParticleRecord, flags, 12, 12);
+SORVANIX_SIZE(PolygonRecord, 16, 16);
+SORVANIX_FIELD(PolygonRecord, a, 0, 0);
+SORVANIX_FIELD(PolygonRecord, b, 4, 4);
+SORVANIX_FIELD(PolygonRecord, c, 8, 8);
+SORVANIX_FIELD(PolygonRecord, d, 12, 12);
 
 SORVANIX_SIZE(RenderContext, 372, 392);
 SORVANIX_FIELD(RenderContext, bumpTint, 24, 24);

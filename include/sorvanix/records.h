@@ -74,7 +74,7 @@ struct ChannelSample {
   Vector normal;         /* surface normal of the sample, handed on to inputs */
   Vector delta;          /* size of the sample in texture space; its magnitude widens filters */
   float time;            /* animation time in seconds */
-  int32_t texFlags;      /* flags of the texture tag, handed on to inputs */
+  int32_t texFlags;      /* TextureTag::flags, sign-extended, or 0 without a tag; to inputs */
   RenderContext* render; /* the surface; null outside a render (previews, flat bakes) */
   float blurOffset;      /* blurOffset * blurScale widens filters */
   float blurScale;

@@ -74,8 +74,9 @@ Json ParameterOf(const Field& field) {
   }
   if (field.unit != Unit::None) parameter["unit"] = NameOf(field.unit, kUnitNames);
   for (const sorvanix::Choice& choice : field.choices) {
-    parameter["choices"].push_back(
-        {{"value", choice.value}, {"name", choice.name}, {"label", choice.label}});
+    Json entry = {{"value", choice.value}, {"name", choice.name}, {"label", choice.label}};
+    if (choice.random) entry["random"] = true;
+    parameter["choices"].push_back(std::move(entry));
   }
   return parameter;
 }

@@ -41,6 +41,8 @@ struct Choice {
   std::int32_t value;
   const char* name;   ///< as materials write it
   const char* label;  ///< as dialogs and the manual show it
+  /// Every sample draws a new random number: pictures depend on the order of their samples.
+  bool random = false;
 };
 
 /// What Alloc stores into a field. Fields without one stay as the allocator cleared them.

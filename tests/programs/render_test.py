@@ -127,6 +127,16 @@ class Sequences(ProgramTest):
             self.assertEqual(out, "s.png\n", name)
             self.assertEqual(self.run_program("render", "s.json", *SIZE, "--resume")[0], "", name)
 
+    def test_resume_goes_by_the_recipe_where_pixels_are_not_kept(self):
+        self.write("s.json", scene())
+        self.run_program("render", "s.json", *SIZE, "-o", "a.jpg")
+        whole = self.bytes_of("a.jpg")
+        resume = ("render", "s.json", "-o", "a.jpg", "--resume")
+        self.assertEqual(self.run_program(*resume, *SIZE)[0], "")
+        self.assertEqual(self.run_program(*resume, *SIZE, "--time", 1)[0], "a.jpg\n")
+        (self.folder / "a.jpg").write_bytes(whole[:100])
+        self.assertEqual(self.run_program(*resume, *SIZE)[0], "a.jpg\n")
+
     def test_resume_makes_what_is_no_whole_picture(self):
         self.write("s.json", scene())
         self.run_program("render", "s.json", *SIZE)
@@ -165,6 +175,15 @@ class Errors(ProgramTest):
 
 
 class CutShort(ProgramTest):
+    def test_a_killed_render_leaves_nothing(self):
+        self.write("s.json", scene())
+        process = self.start("render", "s.json", "--size", "8000", "--samples", "16",
+                             "--progress", "json")
+        process.stderr.readline()  # the work has begun
+        process.kill()
+        process.communicate()
+        self.assertEqual(self.files(), ["s.json"])
+
     def test_ctrl_c_leaves_nothing_behind(self):
         self.write("s.json", scene())
         process = self.start("render", "s.json", "--size", "8000", "--samples", "16",

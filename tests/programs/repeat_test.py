@@ -71,11 +71,11 @@ class CutShort(ProgramTest):
         self.assertEqual(process.wait(), CANCELLED)
         self.assertEqual(self.bytes_of("out.png"), b"former")
 
-    def test_a_killed_bake_leaves_no_file_of_the_name(self):
+    def test_a_killed_bake_leaves_nothing(self):
         process = self.start_and_wait_for_progress()
         process.kill()
         process.wait()
-        self.assertNotIn("out.png", self.files())
+        self.assertEqual(self.files(), ["m.json"])
 
 
 class ProgressLines(ProgramTest):

@@ -79,7 +79,7 @@ class Schema(ProgramTest):
             self.validator.validate({"shader": shader["id"]})
 
     def test_holds_for_every_example(self):
-        examples = sorted(EXAMPLES.glob("*/*.json"))
+        examples = sorted([*EXAMPLES.glob("materials/*.json"), *EXAMPLES.glob("graphs/*.json")])
         self.assertGreaterEqual(len(examples), 28)
         for example in examples:
             with self.subTest(example.name):

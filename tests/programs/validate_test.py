@@ -1,7 +1,7 @@
 """sorvanix validate, and how bad materials are told by every verb that reads them."""
 import unittest
 
-from program import FILE_TROUBLE, INVALID_INPUT, SOME_FAILED, ProgramTest
+from program import FILE_TROUBLE, INVALID_INPUT, SOME_FAILED, USAGE, ProgramTest
 
 BAD_MATERIALS = {
     '{"shader": "2D Nose"}':
@@ -12,14 +12,17 @@ BAD_MATERIALS = {
         'bad.json:1:35: /octaves: expected a number, found a text',
     '{"shader": "2D Noise", "noiseType": "CellEdge"}':
         'unknown choice "CellEdge"; did you mean "CellEdgeType"?',
-    '{"shader": "2D Noise", "scale": 1, "scale": 2}': 'scale',
+    '{"shader": "2D Noise", "scale": 1, "scale": 2}':
+        '/scale: the name "scale" stands here twice',
     '{"shader": "2D Noise", "scale": 1e39}': '/scale: 1e+39 is too large for 32 bits',
     '{"shader": "2D Noise", "scale": NaN}': 'bad.json:1:',
     '{"shader": "2D Noise",\n': 'bad.json:2:',
     '': 'bad.json:1:1:',
     '[1, 2]': 'expected an object',
     '{"shader": "2D Noise", "a\\nb": 1}': 'unknown parameter',
-    '[' * 100000: 'bad.json:1:',
+    '[' * 100000: 'nested more than 256 levels deep',
+    '{"shader": "Hue", "input": "a\\u0000b.png"}':
+        'bad.json:1:28: /input: the name of a file cannot hold a zero character',
 }
 
 
@@ -69,6 +72,27 @@ class Validate(ProgramTest):
         _, err = self.run_program("validate", "bad.json", expect=INVALID_INPUT)
         self.assertEqual([line.split(": ")[1] for line in err.splitlines()],
                          ["bad.json:2:6", "bad.json:3:10"])
+
+    def test_a_hundred_problems_are_told_and_the_others_counted(self):
+        self.write("bad.json", {"shader": "2D Noise", **{f"wrong {i}": 1 for i in range(130)}})
+        _, err = self.run_program("validate", "bad.json", expect=INVALID_INPUT)
+        lines = err.splitlines()
+        self.assertEqual(len(lines), 101)
+        self.assertEqual(lines[-1], "sorvanix: bad.json: ... and 30 more")
+        (row,) = self.json_of("validate", "bad.json", "--json", expect=INVALID_INPUT)
+        self.assertEqual((len(row["problems"]), row["untold"]), (100, 30))
+        self.fails("bake", "bad.json", expect=INVALID_INPUT, because="(and 129 more")
+
+    def test_a_file_with_very_many_problems_is_told_at_once(self):
+        self.write("bad.json", "{" + ",\n".join(f'"wrong {i}": 1' for i in range(100000)) + "}")
+        _, err = self.run_program("validate", "bad.json", expect=INVALID_INPUT)
+        self.assertLess(len(err), 20000)
+
+    def test_folders_of_images_must_be_there(self):
+        self.material()
+        for verb in ("validate", "bake"):
+            self.fails(verb, "m.json", "--images", "missing", expect=USAGE, because="--images")
+            self.fails(verb, "m.json", "--images", "m.json", expect=USAGE, because="--images")
 
     def test_bake_tells_the_first_of_several_problems(self):
         self.write("bad.json", '{"shader": "2D Noise",\n"x": 1,\n"scale": true}')

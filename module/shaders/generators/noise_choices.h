@@ -26,7 +26,7 @@ inline constexpr Choice kNoiseTypeChoices[] = {
     {14, "RidgedBandType", "Ridged Band"},
     {15, "RidgeProductType", "Ridge Product"},
     {16, "DifferenceOctaveType", "Difference Octave"},
-    {17, "WhiteRandomType", "White Random"},
+    {17, "WhiteRandomType", "White Random", true},
     {18, "SparsePeakType", "Sparse Peak"},
     {19, "SoftBandType", "Soft Band"},
     {20, "RemappedTurbulenceType", "Remapped Turbulence"},

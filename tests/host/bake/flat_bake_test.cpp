@@ -130,9 +130,5 @@ TEST(FlatBake, ACancelledBakeGivesNoPicture) {
   }
 }
 
-TEST(FlatBake, TheLargestPictureIsCountedWithoutOverflow) {
-  EXPECT_EQ(BakedBytes({.width = 65536, .height = 65536}), (std::size_t{1} << 32) * 12);
-}
-
 }  // namespace
 }  // namespace sorvanix::host

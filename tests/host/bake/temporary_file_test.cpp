@@ -91,6 +91,45 @@ TEST_F(TemporaryFiles, PermissionsAreThoseOfAnyNewFile) {
             fs::status(folder_ / "plain.txt").permissions());
 }
 
+// So that even a program that is killed leaves nothing.
+TEST_F(TemporaryFiles, WhileItIsWrittenTheFolderHoldsNothing) {
+  auto file = TemporaryFile::Create(folder_ / "a.txt");
+  ASSERT_TRUE(file);
+  std::ofstream(file->Path()) << "half";
+  if (file->Path().parent_path() == folder_) {
+    GTEST_SKIP() << "this file system has no files without a name";
+  }
+  EXPECT_EQ(FilesInFolder(), 0);
+}
+
+TEST_F(TemporaryFiles, ALinkStaysAndWhatItLeadsToIsReplaced) {
+  fs::create_directory(folder_ / "far");
+  std::ofstream(folder_ / "far" / "a.txt") << "former";
+  fs::create_symlink("far/a.txt", folder_ / "near");
+  fs::create_symlink(folder_ / "near", folder_ / "link");
+  auto file = TemporaryFile::Create(folder_ / "link");
+  ASSERT_TRUE(file);
+  std::ofstream(file->Path()) << "new";
+  ASSERT_TRUE(file->Commit());
+  EXPECT_TRUE(fs::is_symlink(folder_ / "link") && fs::is_symlink(folder_ / "near"));
+  EXPECT_EQ(TextOf(folder_ / "far" / "a.txt"), "new");
+}
+
+TEST_F(TemporaryFiles, ALinkThatLeadsNowhereGetsItsFile) {
+  fs::create_symlink("a.txt", folder_ / "link");
+  auto file = TemporaryFile::Create(folder_ / "link");
+  ASSERT_TRUE(file && file->Commit());
+  EXPECT_TRUE(fs::is_symlink(folder_ / "link"));
+  EXPECT_TRUE(fs::is_regular_file(folder_ / "a.txt"));
+}
+
+TEST_F(TemporaryFiles, LinksInACircleAreAnError) {
+  fs::create_symlink("b", folder_ / "a");
+  fs::create_symlink("a", folder_ / "b");
+  auto file = TemporaryFile::Create(folder_ / "a");
+  EXPECT_TRUE(!file || !file->Commit());
+}
+
 TEST_F(TemporaryFiles, ANameAsLongAsTheSystemAllowsCanBeWritten) {
   const fs::path target = folder_ / std::string(255, 'n');
   auto file = TemporaryFile::Create(target);

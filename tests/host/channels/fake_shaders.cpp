@@ -50,7 +50,9 @@ ShaderRecord ProbeRecord() {
     return BlockOf<ProbeBlock>(first)->value == BlockOf<ProbeBlock>(second)->value ? 1 : 0;
   };
   record.Read = [](ShaderInstance* instance, HostStream* stream) noexcept {
-    return tables->stream.readFloat(stream, &BlockOf<ProbeBlock>(instance)->value);
+    float& value = BlockOf<ProbeBlock>(instance)->value;
+    tables->stream.readFloat(stream, &value);
+    return value == kRefusedValue ? 0 : 1;
   };
   record.Write = [](const ShaderInstance* instance, HostStream* stream) noexcept {
     return tables->stream.writeFloat(stream, BlockOf<ProbeBlock>(instance)->value);

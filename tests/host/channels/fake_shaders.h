@@ -24,6 +24,7 @@ inline constexpr std::int32_t kUnknown = 5003;
 inline constexpr std::int32_t kKeyValue = 1000;   // of Probe: a float, 0.25 at first
 inline constexpr std::int32_t kKeyFactor = 1000;  // of Scale: a float, 0.5 at first
 inline constexpr std::int32_t kKeyInput = 1001;   // of Scale
+inline constexpr float kRefusedValue = -77;       // in a stream that Probe does not read
 inline constexpr std::int32_t kPing = 77;         // a message that Probe answers with 78
 
 /// The last sample that a Probe was asked for.

@@ -92,6 +92,38 @@ TEST_F(LinkStreams, AShaderThatIsNotRegisteredIsKeptAndWrittenAgain) {
   ExpectRoundTrip(copy);
 }
 
+TEST_F(LinkStreams, AnUnreadShaderTellsItsIdAndStaysWhenItIsTold) {
+  Stream stream;
+  stream.Write(StreamLink{kUnknown, {}, {{std::int32_t{1}}}});
+  Link link;
+  ASSERT_TRUE(link.Read(stream));
+  Container told, types;
+  EXPECT_EQ(link.Message(MessageGetParameters, told), 1);
+  EXPECT_EQ(told.GetInt(KeyLinkPluginId), kUnknown);
+  EXPECT_EQ(told.Size(), 1u);
+  EXPECT_EQ(link.Message(MessageDescribeParameters, types), 1);
+  EXPECT_EQ(types.GetInt(KeyLinkPluginId), DescribeInteger);
+  EXPECT_EQ(types.Size(), 1u);
+  Link before;
+  ASSERT_TRUE(before.CopyFrom(link));
+  EXPECT_EQ(link.Message(MessageSetParameters, told), 1);
+  EXPECT_TRUE(link.Equals(before));
+}
+
+// It may be of a later version, whose values must not be lost.
+TEST_F(LinkStreams, AShaderThatRefusesItsValuesIsKeptUnread) {
+  const StreamLink refused = {kProbe, {}, {{fake::kRefusedValue}}};
+  Stream stream;
+  stream.Write(refused);
+  Link link;
+  EXPECT_TRUE(link.Read(stream));
+  EXPECT_EQ(link.HeldShader(), nullptr);
+  EXPECT_FALSE(link.InitRender({}));
+  Stream again;
+  ASSERT_TRUE(link.Write(again));
+  EXPECT_EQ(again.Values().at(0), StreamValue{refused});
+}
+
 TEST_F(LinkStreams, AnythingButALinkIsLeftInTheStreamAndTheLinkStays) {
   Stream stream;
   stream.Write(std::int32_t{5});

@@ -142,7 +142,7 @@ TEST(MaterialFile, ValuesAtTheLimitsAreNoReasonForAWarning) {
 
 TEST(MaterialFile, AllErrorsAreToldInTheOrderOfTheText) {
   EXPECT_EQ(Told("{\"x\": 1,\n\"scale\": [],\n\"shader\": 11,\n\"count\": {}}"),
-            "m.json:1:7: /x: unknown parameter of Paint \"x\"; did you mean \"kind\"?\n"
+            "m.json:1:7: /x: unknown parameter of Paint \"x\"\n"
             "m.json:2:10: /scale: expected a number, found a list\n"
             "m.json:4:10: /count: expected a whole number, found an object\n");
 }
@@ -169,7 +169,43 @@ TEST(MaterialFile, ANameGivenTwiceIsAnError) {
   EXPECT_FALSE(reading.material);
   ASSERT_EQ(reading.problems.size(), 1u);
   EXPECT_EQ(reading.problems[0].position.line, 2u);
+  EXPECT_EQ(reading.problems[0].pointer, "/scale");
   EXPECT_NE(reading.problems[0].message.find("scale"), std::string::npos);
+}
+
+TEST(MaterialFile, ColumnsCountLettersBehindAnyByteOrderMark) {
+  EXPECT_EQ(Told("\xEF\xBB\xBF{\"target\": \"\xC3\xBC\xC3\xBC\", \"scale\": [], \"shader\": 11}"),
+            "m.json:1:27: /scale: expected a number, found a list\n");
+}
+
+TEST(MaterialFile, AHundredErrorsAreToldAndTheOthersCounted) {
+  std::string text = R"({"shader": 11)";
+  for (int i = 0; i < 150; ++i) text += ", \"wrong " + std::to_string(i) + "\": 1";
+  const MaterialReading reading = Read(text + R"(, "count": 11})");
+  EXPECT_EQ(reading.Errors().size(), 100u);
+  EXPECT_EQ(reading.untold.errors, 50u);
+  EXPECT_EQ(reading.Warnings().size(), 1u);
+  EXPECT_EQ(reading.untold.warnings, 0u);
+  EXPECT_FALSE(reading.material);
+}
+
+TEST(MaterialFile, MessagesQuoteNoMoreThanAnExcerpt) {
+  const std::string text(5000, 'x');
+  for (const std::string& json :
+       {"{\"shader\": \"" + text + "\"}", "{\"shader\": 11, \"" + text + "\": 1}",
+        "{\"shader\": 11, \"kind\": \"" + text + "\"}",
+        "{\"shader\": 12, \"input\": \"" + text + ".png\"}",
+        "{\"shader\": 12, \"input\": \"" + text + ".json\"}"}) {
+    EXPECT_FALSE(Told(json).empty());
+    EXPECT_LT(Told(json).size(), 250u);
+  }
+}
+
+TEST(MaterialFile, TheNameOfAFileHoldsNoZero) {
+  for (const char* name : {"a\\u0000.png", "a\\u0000.json"}) {
+    EXPECT_EQ(Told(std::string(R"({"shader": 12, "input": ")") + name + "\"}"),
+              "m.json:1:25: /input: the name of a file cannot hold a zero character\n");
+  }
 }
 
 TEST(MaterialFile, InputsAreReadAndTheirErrorsHaveTheirPlace) {

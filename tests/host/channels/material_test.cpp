@@ -56,7 +56,7 @@ TEST(Material, TheSpellingHoldsInputsToo) {
 
 TEST(Material, OnlyAChoiceThatDrawsRandomNumbersMakesItRandom) {
   ShaderParameter type;
-  type.choices = {{3, "HashBlockType", ""}, {17, "WhiteRandomType", ""}};
+  type.choices = {{3, "Steady", ""}, {17, "Restless", "", true}};
   MaterialNode node;
   EXPECT_FALSE(DrawsRandomNumbers(node));
   node.values = {{&type, 3}};

@@ -29,6 +29,19 @@ TEST(NearestName, TheNearestWinsAndOfEqualsTheFirst) {
   EXPECT_EQ(NearestName("x", {}), "");
 }
 
+TEST(NearestName, WhatIsNotNearIsNoAnswer) {
+  EXPECT_EQ(NearestName("x", {"kind", "scale"}), "");
+  EXPECT_EQ(NearestName("colour", {"brightness", "speed"}), "");
+  // One letter and a third of the length: 3 of 6 may differ, 4 may not.
+  EXPECT_EQ(NearestName("abcdef", {"abcxyz"}), "abcxyz");
+  EXPECT_EQ(NearestName("abcdef", {"abwxyz"}), "");
+}
+
+TEST(NearestName, TheBeginningOfALongNameIsNear) {
+  EXPECT_EQ(NearestName("celledge", {"HashBlockType", "CellEdgeType"}), "CellEdgeType");
+  EXPECT_EQ(NearestName("Ce", {"CellEdgeType"}), "");
+}
+
 TEST(NearestName, LongWordsAreComparedByTheirBeginning) {
   EXPECT_EQ(EditDistance(std::string(100000, 'a'), "a"), 63u);  // 64 letters are looked at
 }

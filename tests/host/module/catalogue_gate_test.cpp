@@ -36,6 +36,18 @@ TEST_F(CatalogueGate, EveryKeyAnswersTheDescribedType) {
   }
 }
 
+// A render with such a shader runs on one thread, so that it repeats.
+TEST_F(CatalogueGate, OnlyWhiteNoiseDrawsRandomNumbers) {
+  for (const ShaderDescription& description : catalogue.Shaders()) {
+    for (const ShaderParameter& parameter : description.parameters) {
+      for (const ParameterChoice& choice : parameter.choices) {
+        EXPECT_EQ(choice.random, choice.name == "WhiteRandomType")
+            << description.name << " " << choice.name;
+      }
+    }
+  }
+}
+
 TEST_F(CatalogueGate, EveryParameterHasItsTypeAndDefaultInANewShader) {
   for (const ShaderDescription& description : catalogue.Shaders()) {
     Shader shader = module.Create(description.id, ChannelColour).value();

@@ -273,6 +273,33 @@ TEST(SceneProblems, EndAtAHundred) {
   std::string objects = "0";
   for (int i = 0; i < 50000; ++i) objects += ",0";
   EXPECT_EQ(Problems(Objects(objects)).size(), 100u);
+  EXPECT_EQ(ReadScene(Objects(objects), "scene.json").untold.errors, 50001u - 100u);
+}
+
+TEST(SceneProblems, OfGraphsEndAtAHundredToo) {
+  std::string graph = R"({ "shader": "Probe")";
+  for (int i = 0; i < 60; ++i) graph += ", \"wrong " + std::to_string(i) + "\": 1";
+  graph += " }";
+  const std::string text = File(R"("materials": [ { "name": "A", "channels": {
+      "colour": { "graph": )" + graph +
+                                R"( }, "bump": { "graph": )" + graph + " } } } ]");
+  const SceneReading reading = ReadScene(text, "scene.json", {.catalogue = &fake::Catalogue()});
+  EXPECT_EQ(reading.problems.size(), 100u);
+  EXPECT_EQ(reading.untold.errors, 20u);
+  EXPECT_EQ(reading.scene, nullptr);
+}
+
+TEST(SceneProblems, OfNamesThatHoldAZero) {
+  EXPECT_THAT(Messages(Objects(R"({ "kind": "mesh", "file": "a\u0000.obj" })")),
+              ElementsAre("/objects/0/file: the name of a file cannot hold a zero character"));
+  EXPECT_THAT(Messages(File(R"("materials": [ { "name": "A", "channels": {
+                               "colour": { "graph": "a\u0000.png" } } } ])")),
+              ElementsAre(HasSubstr("/graph: the name of a file cannot hold a zero character")));
+}
+
+TEST(SceneProblems, OfNamesThatStandTwiceHaveAPointer) {
+  EXPECT_THAT(Problems(File("\"camera\": { \"width\": 1, \"width\": 2 }")),
+              ElementsAre(HasSubstr("/camera/width: the name \"width\" stands here twice")));
 }
 
 TEST(SceneProblems, OfFilesThatAreNoScenes) {

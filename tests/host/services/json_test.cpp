@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include "host/services/text_position.h"
+
 namespace sorvanix::host {
 namespace {
 
@@ -55,19 +57,6 @@ TEST(Json, AValueRemembersWhereItStood) {
   EXPECT_EQ(at(*json->Find("d"), 4), "true");
 }
 
-TEST(Json, APositionCountsLinesAndBytesFromOne) {
-  constexpr std::string_view kText = "ab\ncd\n";
-  const auto position = [&](std::size_t offset) {
-    const TextPosition found = PositionIn(kText, offset);
-    return std::pair(found.line, found.column);
-  };
-  EXPECT_EQ(position(0), std::pair(std::size_t{1}, std::size_t{1}));
-  EXPECT_EQ(position(2), std::pair(std::size_t{1}, std::size_t{3}));
-  EXPECT_EQ(position(4), std::pair(std::size_t{2}, std::size_t{2}));
-  EXPECT_EQ(position(6), std::pair(std::size_t{3}, std::size_t{1}));
-  EXPECT_EQ(position(99), std::pair(std::size_t{3}, std::size_t{1}));
-}
-
 TEST(Json, FindingInSomethingElseThanAnObjectIsNull) {
   EXPECT_EQ(ParseJson("[1]")->Find("a"), nullptr);
   EXPECT_EQ(ParseJson(R"({"b": 1})")->Find("a"), nullptr);
@@ -96,8 +85,31 @@ TEST(Json, NestingIsLimitedSoThatNoFileOverflowsTheStack) {
     return std::string(levels, '[') + std::string(levels, ']');
   };
   EXPECT_TRUE(ParseJson(nested(256)).has_value());
-  EXPECT_EQ(Read(nested(257)), "1:257: nested too deeply");
+  EXPECT_EQ(Read(nested(257)), "1:257: nested more than 256 levels deep");
   EXPECT_FALSE(ParseJson(std::string(1'000'000, '[')).has_value());
+}
+
+TEST(Json, WhatIsRefusedHasAPointer) {
+  EXPECT_EQ(ParseJson(R"({"a": [0, {"b": 1, "c/d": 2, "c/d": 3}]})").error().pointer, "/a/1/c~1d");
+  EXPECT_EQ(ParseJson(R"([{"x": 1}, {"x": 1, "x": 2}])").error().pointer, "/1/x");
+  EXPECT_EQ(ParseJson(R"({"x": 1, "x": 2})").error().pointer, "/x");
+  std::string deep = R"({"a": [5, )";
+  deep += std::string(255, '[');
+  const std::string zeros = ParseJson(deep).error().pointer;
+  EXPECT_EQ(zeros.substr(0, 10), "/a/1/0/0/0");
+  EXPECT_EQ(zeros.size(), 2u + 2u + 254u * 2u) << "the place that is too deep";
+}
+
+TEST(Json, MessagesQuoteNoMoreThanAnExcerpt) {
+  EXPECT_EQ(Excerpt(std::string(60, 'x')), std::string(60, 'x'));
+  EXPECT_EQ(Excerpt(std::string(61, 'x')), std::string(60, 'x') + "...");
+  // The letter of two bytes that would be cut in its middle is left out.
+  EXPECT_EQ(Excerpt(std::string(59, 'x') + "\xC3\xBC" + "y"), std::string(59, 'x') + "...");
+  const std::string name(100000, 'n');
+  const auto twice = ParseJson("{\"" + name + "\": 1, \"" + name + "\": 2}");
+  EXPECT_LT(twice.error().message.size(), 120u);
+  EXPECT_LT(twice.error().pointer.size(), 80u);
+  EXPECT_LT(ParseJson("[" + name + "]").error().message.size(), 200u);
 }
 
 TEST(Json, AByteOrderMarkIsSkipped) { EXPECT_EQ(Read("\xEF\xBB\xBF[1]"), "[1]"); }

@@ -339,26 +339,6 @@ TEST_F(Noise2DDataTest, ReportSlotsTellsTheArrayAndItsStride) {
   EXPECT_EQ(std::get<Word>(*container.Find(12001)), 256);
 }
 
-// --- without a payload ---
-
-TEST_F(Noise2DDataTest, MessagesWithoutAPayloadAnswerOneAndDoNothing) {
-  FillBlock();
-  const Noise2DBlock before = block;
-  for (const std::int32_t id : {MessageSetParameters, MessageGetParameters,
-                                MessageDescribeParameters, MessageReportSlots}) {
-    EXPECT_EQ(shader.record.Message(&shader.instance, id, nullptr), 1) << id;
-  }
-  EXPECT_EQ(std::memcmp(&before, &block, sizeof block), 0);
-}
-
-TEST_F(Noise2DDataTest, WithoutAStreamReadAndWriteChangeNothing) {
-  FillBlock();
-  const Noise2DBlock before = block;
-  shader.record.Read(&shader.instance, nullptr);
-  shader.record.Write(&shader.instance, nullptr);
-  EXPECT_EQ(std::memcmp(&before, &block, sizeof block), 0);
-}
-
 // --- Copy and Compare ---
 
 TEST_F(Noise2DDataTest, CopyTakesAllWordsAndClearsNested) {

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "module/shell/host_channel.h"
 #include "module/shell/module_state.h"
 #include "module/shell/table_callbacks.h"
 #include "tests/support/fake_host.h"
@@ -173,6 +174,40 @@ TEST_F(ShaderTableTest, AStreamWithoutTheStringLeavesTheFormerOne) {
   stream.values = {StreamValue::Int(201)};
   EXPECT_EQ(Callbacks::Read(&instance, stream.handle()), 1);
   EXPECT_EQ(FakeTextOf(block().text), "kept");
+}
+
+// A failed Copy may have left no link.
+TEST_F(ShaderTableTest, ALinkThatIsMissingIsWrittenAsAnEmptyOne) {
+  FakeStream whole, gap;
+  Callbacks::Write(&instance, whole.handle());
+  hostChannelRelease(block().link);
+  block().link = nullptr;
+  EXPECT_EQ(Callbacks::Write(&instance, gap.handle()), 1);
+  EXPECT_EQ(gap.values, whole.values);
+  EXPECT_EQ(host.liveLinks, 0) << "the one that was made for it is gone";
+}
+
+TEST_F(ShaderTableTest, ALinkThatIsMissingIsMadeWhenOneIsRead) {
+  ScriptedLink::Of(block().link).content.name = "linked";
+  FakeStream stream;
+  Callbacks::Write(&instance, stream.handle());
+  hostChannelRelease(block().link);
+  block().link = nullptr;
+  EXPECT_EQ(Callbacks::Read(&instance, stream.handle()), 1);
+  EXPECT_EQ(stream.mismatches, 0);
+  ASSERT_NE(block().link, nullptr);
+  EXPECT_EQ(ScriptedLink::Of(block().link).content.name, "linked");
+}
+
+TEST_F(ShaderTableTest, WithoutMemoryForAMissingLinkReadAndWriteGoOn) {
+  hostChannelRelease(block().link);
+  block().link = nullptr;
+  FakeStream stream;
+  host.failLink = 1;
+  EXPECT_EQ(Callbacks::Write(&instance, stream.handle()), 1);
+  host.failLink = 1;
+  Callbacks::Read(&instance, stream.handle());
+  EXPECT_EQ(block().link, nullptr);
 }
 
 TEST_F(ShaderTableTest, ALiteralIsWrittenAsOftenAsItsRowSays) {
