@@ -10,10 +10,32 @@ namespace {
 
 using namespace sorvanix;
 
+// Two lights, of which every one arrives unblocked.
+void InstallLights(RenderTable& table) {
+  static constexpr std::int32_t kLights = 2;
+  table.illuminate = [](const RenderContext*, Vector* diffuse, Vector*, float) noexcept {
+    diffuse->x += 1;
+  };
+  table.lightCount = [](const RenderContext*) noexcept { return kLights; };
+  table.lightAt = [](const RenderContext*, std::int32_t) noexcept {
+    static const LightRecord light = {};
+    return &light;
+  };
+  table.lightSample = [](const RenderContext*, const LightRecord*, Vector* colour,
+                         Vector* direction, const Vector*, const Vector* normal, std::int32_t,
+                         std::int32_t) noexcept {
+    *colour = {1, 1, 1};
+    *direction = *normal;
+    return 1;
+  };
+}
+
 // Loaded once for all benchmarks.
 host::Module& LoadedModule() {
-  static host::Host host(
-      {.services = {[](host::HostTables& tables) { host::InstallNoiseServices(tables.render); }}});
+  static host::Host host({.services = {[](host::HostTables& tables) {
+                            host::InstallNoiseServices(tables.render);
+                            InstallLights(tables.render);
+                          }}});
   static host::Module module = host::Module::Load(host, SORVANIX_MODULE_PATH).value();
   return module;
 }
@@ -42,12 +64,13 @@ void Scattered(benchmark::State& state, std::int32_t pluginId) {
 }
 
 // A surface in a render: seen from all sides, its normals in all directions.
-void OnSurface(benchmark::State& state, std::int32_t pluginId) {
-  host::Shader shader = LoadedModule().Create(pluginId, ChannelColour).value();
+void SurfaceOutput(benchmark::State& state, host::Shader& shader) {
   const bench::Points points = bench::RandomPoints(1);
   RayRecord ray = {};
   RenderContext render = {};
   render.ray = &ray;
+  render.lightCount = 1;
+  render.lightsEnabled = 1;
   ChannelSample sample = {};
   sample.render = &render;
   std::size_t i = 0;
@@ -59,10 +82,27 @@ void OnSurface(benchmark::State& state, std::int32_t pluginId) {
   }
 }
 
+void OnSurface(benchmark::State& state, std::int32_t pluginId) {
+  host::Shader shader = LoadedModule().Create(pluginId, ChannelColour).value();
+  SurfaceOutput(state, shader);
+}
+
+// The same with one whole number set.
+void OnSurfaceWith(benchmark::State& state, std::int32_t pluginId, std::int32_t key,
+                   std::int32_t value) {
+  host::Shader shader = LoadedModule().Create(pluginId, ChannelColour).value();
+  host::Container parameters;
+  parameters.Set(key, host::ContainerValue(Word{value}));
+  shader.SetParameters(parameters);
+  SurfaceOutput(state, shader);
+}
+
 BENCHMARK_CAPTURE(Coherent, Buffy, PluginIdBuffy)->Name("shader/empty (Buffy)");
 BENCHMARK_CAPTURE(Coherent, Noise2D, PluginIdNoise2D)->Name("shader/2D Noise, coherent");
 BENCHMARK_CAPTURE(Scattered, Noise2D, PluginIdNoise2D)->Name("shader/2D Noise, scattered");
 BENCHMARK_CAPTURE(OnSurface, Fresnel, PluginIdFresnel)->Name("shader/Fresnel, on a surface");
 BENCHMARK_CAPTURE(OnSurface, Falloff, PluginIdFalloff)->Name("shader/Falloff, on a surface");
+BENCHMARK_CAPTURE(OnSurface, Banj, PluginIdBanj)->Name("shader/Banj, lit by the host");
+BENCHMARK_CAPTURE(OnSurfaceWith, Banj, PluginIdBanj, 1000, 1)->Name("shader/Banj, Oren-Nayar");
 
 }  // namespace

@@ -10,8 +10,8 @@ namespace sorvanix::host {
 
 namespace {
 
-/// ObjectRecord::kind of surfaces with coordinates of their own.
-constexpr std::uint8_t kWithUvw = 2;
+/// ObjectRecord::kind of surfaces made of polygons, which their UvwRecord describes.
+constexpr std::uint8_t kPolygons = 0;
 
 std::size_t IndexOf(std::vector<std::shared_ptr<Material>>& materials,
                     std::shared_ptr<Material> material) {
@@ -65,7 +65,7 @@ RenderScene RenderScene::Prepare(Scene& scene, std::int32_t width, std::int32_t 
     if (nextIdentity + polygons > std::numeric_limits<std::int32_t>::max()) nextIdentity = 1;
     prepared.objects.push_back(
         {.surface = MeshSurface(object->mesh, object->world),
-         .record = {.kind = object->mesh->HasUvw(0) ? kWithUvw : std::uint8_t{0},
+         .record = {.kind = kPolygons,
                     .reserved = {},
                     .type = TypeOf(*object),
                     .matrix = object->world,

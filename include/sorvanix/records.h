@@ -110,7 +110,7 @@ typedef struct UvwRecord {
 
 /* The object that was hit. */
 typedef struct ObjectRecord {
-  uint8_t kind; /* 2 when the surface carries UVW coordinates of its own */
+  uint8_t kind; /* 2 when the surface has UVW coordinates but no polygons to read them from */
   uint8_t reserved[3];
   int32_t type;       /* the host's object type */
   Matrix matrix;      /* object to world */

@@ -20,7 +20,7 @@ using sorvanix::Unit;
 using sorvanix::ValueKind;
 
 constexpr const char* kKindNames[] = {"int", "bool", "float", "vector", "string"};
-constexpr const char* kUnitNames[] = {"", "percent", "degrees", "colour"};
+constexpr const char* kUnitNames[] = {"", "percent", "degrees", "colour", "radians"};
 constexpr const char* kCategoryNames[] = {"generator", "surface", "filter"};
 
 template <class Enum, std::size_t count>

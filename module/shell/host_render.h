@@ -92,6 +92,20 @@ inline SurfaceAxes hostSurfaceAxes(const RenderContext* render, const TextureTag
   return axes;
 }
 
+/// Prepares projections of the hit and its three corners with a set of texture coordinates.
+inline void hostSetUpTexture(RenderContext* render, const Vector (&points)[4],
+                             std::int32_t uvwIndex) noexcept {
+  hostCall(hostApi.render, &RenderTable::setUpTexture, render, points, uvwIndex);
+}
+
+/// The texture coordinate that a tag gives to a point; zero for a point that has none.
+inline Vector hostProjectTexture(const TextureTag* tag, const RenderContext* render,
+                                 const Vector& point, const UvwRecord* uvwRecord) noexcept {
+  Vector uvw = {};
+  hostCall(hostApi.render, &RenderTable::projectTexture, 0, tag, render, &point, uvwRecord, &uvw);
+  return uvw;
+}
+
 /// The matrix from camera to world space; null where no camera looks.
 inline const Matrix* hostCameraMatrix(const RenderContext* render) noexcept {
   const void* answer = hostCall(hostApi.render, &RenderTable::query, nullptr, render,

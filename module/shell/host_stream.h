@@ -19,6 +19,9 @@ inline std::int32_t hostWriteBool(HostStream* stream, std::int32_t value) noexce
 inline std::int32_t hostWriteVector(HostStream* stream, const Vector& value) noexcept {
   return hostCallOn(hostApi.stream, &StreamTable::writeVector, 0, stream, &value);
 }
+inline std::int32_t hostWriteMatrix(HostStream* stream, const Matrix& value) noexcept {
+  return hostCallOn(hostApi.stream, &StreamTable::writeMatrix, 0, stream, &value);
+}
 inline std::int32_t hostWriteString(HostStream* stream, const HostString* value) noexcept {
   return hostCallOn(hostApi.stream, &StreamTable::writeString, 0, stream, value);
 }
@@ -38,6 +41,9 @@ inline std::int32_t hostReadBool(HostStream* stream, std::int32_t* value) noexce
 }
 inline std::int32_t hostReadVector(HostStream* stream, Vector* value) noexcept {
   return hostCallOn(hostApi.stream, &StreamTable::readVector, 0, stream, value);
+}
+inline std::int32_t hostReadMatrix(HostStream* stream, Matrix* value) noexcept {
+  return hostCallOn(hostApi.stream, &StreamTable::readMatrix, 0, stream, value);
 }
 inline std::int32_t hostReadString(HostStream* stream, HostString* value) noexcept {
   return hostCallOn(hostApi.stream, &StreamTable::readString, 0, stream, value);

@@ -8,10 +8,12 @@
 #include "module/shaders/filters/hue.h"
 #include "module/shaders/filters/posterizer.h"
 #include "module/shaders/generators/noise_2d.h"
+#include "module/shaders/surface/banj.h"
 #include "module/shaders/surface/buffy.h"
 #include "module/shaders/surface/falloff.h"
 #include "module/shaders/surface/fresnel.h"
 #include "module/shaders/surface/lumas.h"
+#include "module/shaders/surface/projector.h"
 #include "module/shaders/surface/proximal.h"
 
 namespace sorvanix {
@@ -40,9 +42,9 @@ constexpr RegistryRow kRows[] = {
     StillToWrite(PluginIdGradient, Nesting::Aware, 10009),
     {PluginIdNoise2D, Nesting::Aware, 10010, nullptr, Fill2DNoiseRecord, &kNoise2DTable},
     {PluginIdFalloff, Nesting::Aware, 10011, nullptr, FillFalloffRecord, &kFalloffTable},
-    StillToWrite(PluginIdProjector, Nesting::Aware, 10013),
+    {PluginIdProjector, Nesting::Aware, 10013, nullptr, FillProjectorRecord, &kProjectorTable},
     {PluginIdProximal, Nesting::Aware, 10012, nullptr, FillProximalRecord, &kProximalTable},
-    StillToWrite(PluginIdBanj, Nesting::Marked, 10014),
+    {PluginIdBanj, Nesting::Marked, 10014, nullptr, FillBanjRecord, &kBanjTable},
     {PluginIdLumas, Nesting::Aware, 10015, nullptr, FillLumasRecord, &kLumasTable},
     {PluginIdHue, Nesting::Aware, 10016, nullptr, FillHueRecord, &kHueTable},
     {PluginIdPosterizer, Nesting::Aware, 10017, nullptr, FillPosterizerRecord, &kPosterizerTable},

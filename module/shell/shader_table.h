@@ -28,6 +28,7 @@ enum class ValueKind : std::uint8_t {
   Vector,  ///< three 32-bit floats
   String,  ///< HostString*, owned by the block; at first the host's shared empty string
   Link,    ///< ChannelLink*, owned by the block; made by Alloc
+  Matrix,  ///< at first the identity; never exchanged
 
   // Parts of a saved ramp, each placed at the Ramp as a whole, stored in this order.
   RampCount,  ///< how many knots and order entries the file holds
@@ -51,6 +52,8 @@ struct InitialValue {
 
 constexpr InitialValue Initially(int value) { return {true, value, {}}; }
 constexpr InitialValue Initially(float value) { return {true, 0, {value, 0, 0}}; }
+/// What a matrix starts as.
+constexpr InitialValue InitiallyIdentity() { return {true, 0, {}}; }
 constexpr InitialValue Initially(float x, float y, float z) { return {true, 0, {x, y, z}}; }
 
 /// A truth that messages and files hold as an integer.
@@ -66,7 +69,7 @@ struct Limits {
 };
 
 /// How people read a value.
-enum class Unit : std::uint8_t { None, Percent, Degrees, Colour };
+enum class Unit : std::uint8_t { None, Percent, Degrees, Colour, Radians };
 
 inline constexpr std::int32_t kNotExchanged = 0;
 

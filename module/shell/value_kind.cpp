@@ -3,6 +3,7 @@
 
 #include <iterator>
 
+#include "module/kit/matrix.h"
 #include "module/shell/host_channel.h"
 #include "module/shell/host_container.h"
 #include "module/shell/host_stream.h"
@@ -169,6 +170,34 @@ constexpr KindOperations kLink = {
     .describe = Ask<MessageDescribeParameters>,
 };
 
+// --- matrices ---
+
+constexpr KindOperations kMatrix = {
+    .initialise =
+        [](const InitialValue&, void* value) noexcept {
+          At<Matrix>(value) = kIdentityMatrix;
+          return true;
+        },
+    .release = nullptr,
+    .copy =
+        [](const void* from, void* to) noexcept {
+          At<Matrix>(to) = At<Matrix>(from);
+          return true;
+        },
+    .equal =
+        [](const void* first, const void* second) noexcept {
+          const Matrix& a = At<Matrix>(first);
+          const Matrix& b = At<Matrix>(second);
+          return Equal(a.off, b.off) && Equal(a.v1, b.v1) && Equal(a.v2, b.v2) && Equal(a.v3, b.v3);
+        },
+    .write = [](const void* value,
+                HostStream* writer) noexcept { hostWriteMatrix(writer, At<Matrix>(value)); },
+    .read = [](void* value,
+               HostStream* reader) noexcept { hostReadMatrix(reader, &At<Matrix>(value)); },
+    .get = nullptr,
+    .set = nullptr,
+    .describe = nullptr};
+
 // --- parts of a saved ramp ---
 
 template <auto writePart, auto readPart>
@@ -195,6 +224,7 @@ constexpr KindOperations kOperations[] = {
           hostContainerSetVector>(),
     kString,
     kLink,
+    kMatrix,
     RampPart<WriteRampCount, ReadRampCount>(),
     RampPart<WriteRampKnots, ReadRampKnots>(),
     RampPart<WriteRampOrder, ReadRampOrder>(),

@@ -6,7 +6,7 @@
 namespace sorvanix {
 
 /// The operations of one kind. `value` points at the value inside a block. The kinds of a saved
-/// ramp are only written and read; their other operations are null.
+/// ramp are only written and read, and a matrix is not exchanged: what they lack is null.
 struct KindOperations {
   /// Stores the initial value into a place that owns nothing; false when memory is short.
   bool (*initialise)(const InitialValue& initial, void* value) noexcept;

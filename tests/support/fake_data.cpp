@@ -129,7 +129,9 @@ StreamValue StreamValue::Link(std::string name) {
 
 bool operator==(const StreamValue& a, const StreamValue& b) {
   return a.kind == b.kind && a.integer == b.integer && a.real == b.real &&
-         Same(a.vector, b.vector) && a.text == b.text;
+         Same(a.vector, b.vector) && a.text == b.text && Same(a.matrix.off, b.matrix.off) &&
+         Same(a.matrix.v1, b.matrix.v1) && Same(a.matrix.v2, b.matrix.v2) &&
+         Same(a.matrix.v3, b.matrix.v3);
 }
 
 const FakeValue* FakeContainer::Find(std::int32_t key) const {
@@ -188,6 +190,10 @@ const StreamTable& FakeStreamTable() {
       return Append(s, StreamValue::String(FakeTextOf(v)));
     };
     t.writeChannelLink = WriteLink;
+    t.writeMatrix = [](HostStream* s, const Matrix* v) noexcept {
+      return Append(s, StreamValue::Mat(*v));
+    };
+    t.readMatrix = ReadAs<Matrix, &StreamValue::matrix, Kind::Matrix>;
     t.readInt = ReadAs<std::int32_t, &StreamValue::integer, Kind::Int>;
     t.readFloat = ReadAs<float, &StreamValue::real, Kind::Float>;
     t.readBool = ReadAs<std::int32_t, &StreamValue::integer, Kind::Bool>;

@@ -15,12 +15,13 @@ struct LinkContent;
 
 /// A typed value as a stream holds it; the constructors spell the type at the call.
 struct StreamValue {
-  enum class Kind { Int, Float, Bool, Vector, String, Link } kind;
+  enum class Kind { Int, Float, Bool, Vector, String, Link, Matrix } kind;
   std::int32_t integer = 0;
   float real = 0;
   Vector vector = {};
   std::string text = {};                   ///< of a String; the name of what a Link holds
   std::shared_ptr<LinkContent> link = {};  ///< what a Link holds
+  Matrix matrix = {};
 
   static StreamValue Int(std::int32_t value) { return {Kind::Int, value}; }
   static StreamValue Float(float value) { return {Kind::Float, 0, value}; }
@@ -29,6 +30,11 @@ struct StreamValue {
   static StreamValue String(std::string text) { return {Kind::String, 0, 0, {}, std::move(text)}; }
   /// A link to something with this name.
   static StreamValue Link(std::string name);
+  static StreamValue Mat(const Matrix& value) {
+    StreamValue made = {Kind::Matrix};
+    made.matrix = value;
+    return made;
+  }
   friend bool operator==(const StreamValue& a, const StreamValue& b);
 };
 

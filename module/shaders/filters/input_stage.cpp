@@ -16,15 +16,6 @@ void FillFootprintPoints(const Vector& hit, const Vector (&corners)[3], Footprin
   std::copy_n(corners, 3, block.footprint + 1);
 }
 
-// Half the extent of the four points, widened by the blur.
-Vector FootprintRadius(const FootprintBlock& block, const ChannelSample& sample) noexcept {
-  BoundsBox box;
-  BoundsStart(box, block.footprint[0]);
-  for (const Vector& point : block.footprint) BoundsAdd(box, point);
-  const double blur = double{sample.blurScale} * sample.blurOffset;
-  return OffsetAll(static_cast<float>(blur), BoundsHalfSize(box));
-}
-
 // All fields that do not depend on where the points come from.
 FootprintBlock UnmovedBlock(const ShaderInstance& instance, const ChannelSample& sample) noexcept {
   FootprintBlock block = {};
@@ -76,7 +67,7 @@ SampleFootprint BuildFootprint(const ShaderInstance& instance, const ChannelSamp
   if (tag == nullptr) {  // `nested` plays no part here
     FillFootprintPoints(render.hitPoint, {render.footprintA, render.footprintB, render.footprintC},
                         block);
-    block.footprintRadius = FootprintRadius(block, sample);
+    block.footprintRadius = FootprintRadius(block.footprint, sample);
     return footprint;
   }
   // Deliberate: the first slot decides, where generators look at the calling CPU's.
@@ -87,9 +78,17 @@ SampleFootprint BuildFootprint(const ShaderInstance& instance, const ChannelSamp
   block.texInverse = tag->matrix2;
   if (!useSlot) {
     FillFromTag(render, block);
-    block.footprintRadius = FootprintRadius(block, sample);
+    block.footprintRadius = FootprintRadius(block.footprint, sample);
   }
   return footprint;
+}
+
+Vector FootprintRadius(const Vector (&points)[4], const ChannelSample& sample) noexcept {
+  BoundsBox box;
+  BoundsStart(box, points[0]);
+  for (const Vector& point : points) BoundsAdd(box, point);
+  const double blur = double{sample.blurScale} * sample.blurOffset;
+  return OffsetAll(static_cast<float>(blur), BoundsHalfSize(box));
 }
 
 Vector ReadInput(ChannelLink* link, const ChannelSample& sample, const Vector& uvw,

@@ -27,8 +27,9 @@ constexpr ShippedRow kShipped[] = {
     {1001271, 10016}, {1001277, 10017}};
 
 // Those that this build registers, in order; a shader joins the list when it is written.
-constexpr std::int32_t kRegistered[] = {1000075, 1004202, 1000125, 1001203, 1001214, 1001216,
-                                        1001231, 1001232, 1001238, 1001266, 1001271, 1001277};
+constexpr std::int32_t kRegistered[] = {1000075, 1004202, 1000125, 1001203, 1001214,
+                                        1001216, 1001231, 1001232, 1001235, 1001238,
+                                        1001258, 1001266, 1001271, 1001277};
 
 bool IsRegistered(std::int32_t pluginId) {
   return std::find(std::begin(kRegistered), std::end(kRegistered), pluginId) !=
