@@ -57,8 +57,8 @@ void FillSlot(const LumasBlock& block, const RenderContext& render, LumasSlot& s
   slot.head.texInverse = tag == nullptr ? kIdentityMatrix : tag->matrix2;
 }
 
-// The lights as the layers see them. Every call of the host for a layer adds the same diffuse light
-// once more: deliberate, the level is set for it.
+// The lights as the layers see them. The host's call for each layer adds the same diffuse light once
+// more: deliberate.
 struct Lit {
   Vector diffuse = {};
   Highlights highlights = {};
