@@ -22,7 +22,8 @@ fs::path FolderOf(const fs::path& file) {
   return file.has_parent_path() ? file.parent_path() : fs::path(".");
 }
 
-// What links lead to, whether it is there or not; after so many links the system gives up too.
+// What links lead to, whether it is there or not; a link itself when there are too many, at which
+// the system would give up too.
 fs::path BehindLinks(fs::path file) {
   constexpr int kMostLinks = 40;
   std::error_code error;
@@ -58,6 +59,7 @@ tl::expected<TemporaryFile, std::string> TemporaryFile::Create(const fs::path& t
   const Target meant = {target, BehindLinks(target)};
   std::error_code ignored;
   if (fs::is_directory(meant.file, ignored)) return tl::unexpected(Failed(meant, EISDIR));
+  if (fs::is_symlink(meant.file, ignored)) return tl::unexpected(Failed(meant, ELOOP));
   const fs::path folder = FolderOf(meant.file);
 #ifdef O_TMPFILE
   const int nameless = ::open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, kAnyNewFile);
