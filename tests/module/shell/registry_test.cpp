@@ -9,6 +9,13 @@ namespace {
 // Whether a shader has a block at all: one without answers from its surface alone.
 bool HasBlock(const Registration& shader) { return shader.record.Alloc != nullptr; }
 
+constexpr std::int32_t kMessages[] = {MessageSetParameters,
+                                      MessageGetParameters,
+                                      MessageDescribeParameters,
+                                      MessageForward,
+                                      0,
+                                      INT32_MAX};
+
 struct WithoutABlockTest : ::testing::Test {
   StartedModule started;
   FakeHost& host = started.host;
@@ -56,8 +63,7 @@ TEST_F(WithoutABlockTest, NothingIsReadAndNothingWritten) {
 
 TEST_F(WithoutABlockTest, MessagesAreAnsweredAndChangeNothing) {
   ForEachShader([](const ShaderRecord& record, ShaderInstance& bare) {
-    for (const std::int32_t id : {MessageSetParameters, MessageGetParameters,
-                                  MessageDescribeParameters, MessageForward, 0, INT32_MAX}) {
+    for (const std::int32_t id : kMessages) {
       FakeContainer payload;
       payload.Set(1000, Word{1});
       EXPECT_EQ(record.Message(&bare, id, payload.handle()), 1) << id;

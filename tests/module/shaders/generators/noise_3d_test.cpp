@@ -312,13 +312,18 @@ TEST_F(Noise3DTest, WildMessagesAndRendersComeToAnEnd) {
     }
     ASSERT_EQ(shader.Message(MessageSetParameters, wild), 1);
     const Matrix place = {{value, 1, -value}, {1, value, 0}, {0, 1, value}, {value, 0, 1}};
-    ObjectRecord object = {.matrix = place};
-    UvwRecord polygon = {.corner = {{value, 0, 1}, {1, -value, 0}, {0, 1, value}, {1, 1, 1}},
-                         .restCorner = {{0, value, 1}, {1, 0, value}, {-value, 1, 0}, {1, 1, 1}},
-                         .cornerCount = 4};
-    tag.matrix2 = place;
-    camera = &place;
-    render = {.textureTag = &tag, .object = &object, .uvwRecord = &polygon};
+    ObjectRecord object = {};
+    object.matrix = place;
+    UvwRecord polygon = {};
+    polygon.cornerCount = 4;
+    for (int i = 0; i < 4; ++i) {
+      polygon.corner[i] = {value, static_cast<float>(i), -value};
+      polygon.restCorner[i] = {static_cast<float>(i), value, 1};
+    }
+    render = {};
+    render.object = &object;
+    render.uvwRecord = &polygon;
+    render.textureTag = &tag;
     render.filteringOn = 1;
     render.filterScale = sample.time = sample.blurOffset = sample.blurScale = value;
     render.hitPoint = render.footprintA = sample.uvw = {value, -value, 1};
