@@ -100,11 +100,11 @@ typedef struct TextureTag {
   Word opaque[3];         /* the host's own, copied from tag to tag */
 } TextureTag;
 
-/* The polygon that was hit: corners in world space, as rendered and before any deformation. */
+/* The polygon that was hit, with its corners as rendered and as they were undeformed. */
 typedef struct UvwRecord {
   Vector uvw[4];        /* texture coordinates of the corners */
-  Vector corner[4];     /* as rendered */
-  Vector restCorner[4]; /* undeformed */
+  Vector corner[4];     /* world space, as rendered */
+  Vector restCorner[4]; /* the object's own space, before any deformation */
   int32_t cornerCount;  /* 3 or 4; 0 when the surface has no polygons */
 } UvwRecord;
 

@@ -32,10 +32,10 @@ struct RampKnot {
 
 /// A ramp inside a block.
 ///
-/// `knots` ascend by position; two may share one. The first `count` are live, the others are
-/// default knots. The first `count` entries of `order` name each live knot once, in drawing order:
-/// the last one lies on top. `count` comes from files and messages unchecked; read it through
-/// LiveKnots.
+/// `knots` ascend by position; two may share one. The first `count` are live; those behind them
+/// keep what they held before. The first `count` entries of `order` name each live knot once, in
+/// drawing order: the last one lies on top. `count` comes from files and messages unchecked; read
+/// it through LiveKnots.
 struct Ramp {
   RampKnot knots[RampMaxKnots];
   std::int32_t order[RampMaxKnots]{};

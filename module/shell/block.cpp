@@ -53,6 +53,11 @@ bool CopyListedFields(const ShaderTable& table, const void* from, void* to) noex
   return complete;
 }
 
+bool HasLinks(const ShaderTable& table) noexcept {
+  return std::any_of(table.fields.begin(), table.fields.end(),
+                     [](const Field& field) { return field.kind == ValueKind::Link; });
+}
+
 bool HasAllLinks(const ShaderTable& table, const void* block) noexcept {
   return std::none_of(table.fields.begin(), table.fields.end(), [&](const Field& field) {
     return field.kind == ValueKind::Link && MemberAt<ChannelLink*>(block, field.offset) == nullptr;
@@ -65,6 +70,10 @@ bool ReplaceByCopy(const ShaderTable& table, const void* from, void* to) noexcep
   if (StoreInitialValues(table, to) && CopyListedFields(table, from, to)) return true;
   ReleaseValues(table, to);
   return false;
+}
+
+bool CopyByList(const ShaderTable& table, const void* from, void* to) noexcept {
+  return HasLinks(table) ? ReplaceByCopy(table, from, to) : CopyListedFields(table, from, to);
 }
 
 }  // namespace
@@ -92,7 +101,7 @@ std::int32_t CopyBlock(const ShaderTable& table, const ShaderInstance* source,
     if (table.copyRule == CopyRule::WholeBlock) {
       std::memcpy(&MemberAt<char>(to, table.copyStart), &MemberAt<char>(from, table.copyStart),
                   table.blockSize - table.copyStart);
-    } else if (!ReplaceByCopy(table, from, to)) {
+    } else if (!CopyByList(table, from, to)) {
       return 0;
     }
   }

@@ -29,9 +29,9 @@ std::int32_t AllocBlock(const ShaderTable& table, ShaderInstance* instance) noex
 void FreeBlock(const ShaderTable& table, ShaderInstance* instance) noexcept;
 
 /// Copies by the table's CopyRule; the copy stands alone, so its `nested` is cleared. 0 without two
-/// blocks, and for a source that lacks a link. By ListedFields it is 0 also when the host cannot
-/// make or copy what the block owns; the destination then has Alloc's values and no links, which
-/// every callback takes. A copy onto itself changes nothing but `nested`.
+/// blocks, and for a source that lacks a link. Links are made anew: where the host cannot make or
+/// copy one it is 0 as well, and the destination then has Alloc's values and no links, which every
+/// callback takes. A copy onto itself changes nothing but `nested`.
 std::int32_t CopyBlock(const ShaderTable& table, const ShaderInstance* source,
                        ShaderInstance* destination) noexcept;
 

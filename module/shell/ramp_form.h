@@ -28,7 +28,7 @@ constexpr auto RampFields(RampRows rows) {
       {SORVANIX_RAMP_MEMBER(Block, Int, interpolation), .initial = Initially(0), .compared = true,
        .copied = true, .key = rows.interpolationKey, .describeAs = DescribeInteger,
        .label = "Interpolation", .help = "How the ramp runs between two knots.",
-       .limits = {0, 4, 1}, .choices = kRampInterpolationChoices},
+       .limits = {.step = 1}, .choices = kRampInterpolationChoices},
       {SORVANIX_RAMP_MEMBER(Block, Int, count), .compared = true, .copied = true,
        .key = rows.countKey, .describeAs = DescribeInteger},
       {SORVANIX_RAMP_MEMBER(Block, Int, selected), .compared = rows.selectedCompared,

@@ -3,8 +3,8 @@
 //
 // Each shader declares one ShaderTable; the interpreters beside this file (block, persistence,
 // exchange, with value_kind and ramp_form for what a value is) and the generator of shaders.json do
-// the rest. A field is named in its Field row, and
-// once more where the order of a saved file differs from that of the block.
+// the rest. A field is named in its Field row, and once more where the order of a saved file
+// differs from that of the block.
 #pragma once
 
 #include <sorvanix/host_api.h>
@@ -203,8 +203,8 @@ struct RampForm {
 /// What Copy takes over.
 enum class CopyRule : std::uint8_t {
   WholeBlock,  ///< all words as they stand; only for blocks that own nothing
-  /// The fields marked `copied` and the live knots of the ramp. All others get the values of Alloc,
-  /// or stay as they are where Alloc stores none.
+  /// The fields marked `copied` and the live knots of the ramp. A block without links keeps all
+  /// others; in one with links they get the values of Alloc, where Alloc stores any.
   ListedFields
 };
 

@@ -1,9 +1,10 @@
 // How a filter prepares its inputs, builds the footprint it hands down, and reads.
 #include "module/shaders/filters/input_stage.h"
 
-#include "module/kit/bounds_box.h"
 #include "module/kit/matrix.h"
 #include "module/kit/vector.h"
+#include "module/shaders/sample_points.h"
+#include "module/shaders/tilt_normal.h"
 
 namespace sorvanix {
 
@@ -11,9 +12,10 @@ namespace {
 
 constexpr std::int32_t kNoTagFlag = 0;
 
-void FillFootprintPoints(const Vector& hit, const Vector (&corners)[3], FootprintBlock& block) {
-  block.footprint[0] = hit;
-  std::copy_n(corners, 3, block.footprint + 1);
+void PutPoints(const SamplePoints& points, const ChannelSample& sample,
+               FootprintBlock& block) noexcept {
+  std::copy(points.begin(), points.end(), block.footprint);
+  block.footprintRadius = FootprintRadius(block.footprint, sample);
 }
 
 // All fields that do not depend on where the points come from.
@@ -24,17 +26,6 @@ FootprintBlock UnmovedBlock(const ShaderInstance& instance, const ChannelSample&
   block.texMatrix = block.texInverse = kIdentityMatrix;
   block.outerChannel = instance.channel;
   return block;
-}
-
-// The hit and its corners in the space of the tag, in hundredths.
-void FillFromTag(const RenderContext& render, FootprintBlock& block) noexcept {
-  const Matrix map = Multiply(ScaleMatrix({100, 100, 100}), block.texInverse);
-  const auto toTag = [&](const Vector& corner) {
-    return Transform(Add(render.localHitPoint, Sub(corner, render.hitPoint)), map);
-  };
-  FillFootprintPoints(
-      Transform(render.localHitPoint, map),
-      {toTag(render.footprintA), toTag(render.footprintB), toTag(render.footprintC)}, block);
 }
 
 }  // namespace
@@ -65,9 +56,7 @@ SampleFootprint BuildFootprint(const ShaderInstance& instance, const ChannelSamp
   FootprintBlock& block = footprint.block;
   const TextureTag* tag = render.textureTag;
   if (tag == nullptr) {  // `nested` plays no part here
-    FillFootprintPoints(render.hitPoint, {render.footprintA, render.footprintB, render.footprintC},
-                        block);
-    block.footprintRadius = FootprintRadius(block.footprint, sample);
+    PutPoints(WorldPoints(render), sample, block);
     return footprint;
   }
   // Deliberate: the first slot decides, where generators look at the calling CPU's.
@@ -76,19 +65,12 @@ SampleFootprint BuildFootprint(const ShaderInstance& instance, const ChannelSamp
   footprint.tagFlag = tag->flags;  // sign-extended
   block.texMatrix = tag->matrix1;
   block.texInverse = tag->matrix2;
-  if (!useSlot) {
-    FillFromTag(render, block);
-    block.footprintRadius = FootprintRadius(block.footprint, sample);
-  }
+  if (!useSlot) PutPoints(PointsInTag(render, *tag), sample, block);
   return footprint;
 }
 
 Vector FootprintRadius(const Vector (&points)[4], const ChannelSample& sample) noexcept {
-  BoundsBox box;
-  BoundsStart(box, points[0]);
-  for (const Vector& point : points) BoundsAdd(box, point);
-  const double blur = double{sample.blurScale} * sample.blurOffset;
-  return OffsetAll(static_cast<float>(blur), BoundsHalfSize(box));
+  return HalfExtent(points, sample);
 }
 
 Vector ReadInput(ChannelLink* link, const ChannelSample& sample, const Vector& uvw,
@@ -144,10 +126,8 @@ TapColours ReadTaps(ChannelLink* link, const ChannelSample& sample,
 // signs are deliberate.
 void BendNormal(const TapColours& colours, RenderContext& render) noexcept {
   constexpr double kSlope = 3.5;
-  const auto gu = static_cast<float>((Mean(colours[1]) - Mean(colours[0])) * kSlope);
-  const auto gv = static_cast<float>((Mean(colours[2]) - Mean(colours[3])) * kSlope);
-  render.bumpNormal = Normalized(
-      Add(Add(Scale(gu, render.tangentU), render.bumpNormal), Scale(gv, render.tangentV)));
+  TiltNormal(render, (Mean(colours[1]) - Mean(colours[0])) * kSlope,
+             (Mean(colours[2]) - Mean(colours[3])) * kSlope);
 }
 
 }  // namespace sorvanix

@@ -4,7 +4,7 @@
 #include "module/kit/vector.h"
 #include "module/shaders/generators/gradient_point.h"
 #include "module/shaders/generators/gradient_shape.h"
-#include "module/shaders/generators/tilt_normal.h"
+#include "module/shaders/tilt_normal.h"
 #include "module/shell/ramp_form.h"
 #include "module/shell/table_callbacks.h"
 
@@ -50,10 +50,10 @@ constexpr auto kOwnFields = std::to_array<Field>({
     {MEMBER(Int, type), .initial = Initially(GradientU), .compared = true, .copied = true,
      .key = 1002, .describeAs = DescribeInteger, .label = "Type",
      .help = "The shape along which the ramp runs, in the texture or in space.",
-     .limits = {0, 10, 1}, .choices = kTypes},
+     .limits = {.step = 1}, .choices = kTypes},
     {MEMBER(Int, space), .initial = Initially(GradientObject), .compared = true, .copied = true,
      .key = 1003, .describeAs = DescribeInteger, .label = "Space",
-     .help = "What the shapes in space stay fixed to.", .limits = {0, 5, 1}, .choices = kSpaces},
+     .help = "What the shapes in space stay fixed to.", .limits = {.step = 1}, .choices = kSpaces},
     {SORVANIX_COMPONENT(Block, start, x, "startX"), .initial = Initially(-100.0f), .compared = true,
      .copied = true, .key = 1004, .label = "Start X",
      .help = "Where the line or the cylinder's axis begins; the middle of the sphere.",
@@ -81,7 +81,7 @@ constexpr auto kOwnFields = std::to_array<Field>({
     {MEMBER(Bool, previewAuto), .initial = Initially(1), .compared = true, .copied = true},
     {MEMBER(Bool, changed), .initial = Initially(1), .compared = true, .copied = true},
     {MEMBER(Int, previewObject), .initial = Initially(0), .compared = true, .copied = true},
-    // Unlike in other generators, a nested gradient does not equal one that stands alone.
+    // Unlike in 2D Noise and Tiles, a nested gradient does not equal one that stands alone.
     {MEMBER(Int, nested), .initial = Initially(0), .compared = true},
     {MEMBER(Int, dialogChannel), .initial = Initially(0)},
     {MEMBER(Int, dialogChannelMark), .initial = Initially(-1)},

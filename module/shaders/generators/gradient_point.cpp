@@ -2,7 +2,7 @@
 #include "module/shaders/generators/gradient_point.h"
 
 #include "module/kit/vector.h"
-#include "module/shaders/generators/solid_space.h"
+#include "module/shaders/sample_points.h"
 
 namespace sorvanix {
 

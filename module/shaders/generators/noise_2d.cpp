@@ -9,7 +9,7 @@
 #include "module/shaders/generators/noise_choices.h"
 #include "module/shaders/generators/noise_shape.h"
 #include "module/shaders/generators/noise_slot.h"
-#include "module/shaders/generators/tilt_normal.h"
+#include "module/shaders/tilt_normal.h"
 #include "module/shell/table_callbacks.h"
 
 namespace sorvanix {
@@ -157,7 +157,8 @@ struct Sampling {
         NoiseCatalogue2D(block.noiseType, static_cast<float>(x), static_cast<float>(y), 0,
                          block.octaves, time, block.absolute, width, block.detail);
     return ShapeNoise(
-        noise, {block.contrast, block.brightness, block.lowClip, block.highClip, block.cycles});
+        noise, {block.contrast, block.brightness, block.lowClip, block.highClip, block.cycles},
+        NegativeCycles::Off);
   }
 };
 

@@ -104,10 +104,11 @@ constexpr Field kFields[] = {
      .compared = true, .key = 1024, .label = "Extra Z", .help = kExtraHelp, .limits = kAnyNumber},
     {MEMBER(Vector, velocity), .initial = Initially(0.0f, 0.0f, 0.0f), .compared = true,
      .key = 1025, .label = "Movement",
-     .help = "How far the noise moves along each axis of the space in a second."},
+     .help = "How far the point that is read moves along each axis of the space in a second; the "
+             "pattern moves the other way."},
     {MEMBER(Float, extraValue), .initial = Initially(0.0f), .compared = true, .key = 1021,
      .label = "Extra Value", .help = kExtraHelp, .limits = kAnyNumber},
-    // Unlike in other generators, a nested noise does not equal one that stands alone.
+    // Unlike in 2D Noise and Tiles, a nested noise does not equal one that stands alone.
     {MEMBER(Int, nested), .compared = true},
     {MEMBER(Int, reserved38), .initial = Initially(-1)},
     {MEMBER(Float, bumpStepScale), .initial = Initially(1.0f), .compared = true, .key = 1020,
@@ -192,6 +193,7 @@ std::int32_t InitRender(ShaderInstance* instance, const RenderInit* init) noexce
   return 0;
 }
 
+// Without a render, cycles below 0 are off; within one they blend as those up to 1 do: deliberate.
 Vector ColourOnSquare(const Block& block, const ChannelSample& sample) noexcept {
   const NoisePlace place = PlaceOnSquare(block, sample);
   const Noise3DSampling sampling = {block, block.timeScale * sample.time, place.width,

@@ -3,10 +3,9 @@
 
 #include <cmath>
 
-#include "module/kit/bounds_box.h"
 #include "module/kit/vector.h"
 #include "module/shaders/generators/object_frame.h"
-#include "module/shaders/generators/solid_space.h"
+#include "module/shaders/sample_points.h"
 
 namespace sorvanix {
 
@@ -20,8 +19,12 @@ Vector Times(const Vector& a, const Vector& b) noexcept {
   return ByComponent([](float p, float q) { return p * q; }, a, b);
 }
 
+Vector AxisScales(const Noise3DBlock& block) noexcept {
+  return {block.scaleX, block.scaleY, block.scaleZ};
+}
+
 Vector Scales(const Noise3DBlock& block) noexcept {
-  return Scale(block.globalScale, {block.scaleX, block.scaleY, block.scaleZ});
+  return Scale(block.globalScale, AxisScales(block));
 }
 
 float FilterWidth(const Vector& extent, const RenderContext& render) noexcept {
@@ -29,10 +32,6 @@ float FilterWidth(const Vector& extent, const RenderContext& render) noexcept {
   const double sum =
       std::fabs(double{extent.x}) + std::fabs(double{extent.y}) + std::fabs(double{extent.z});
   return static_cast<float>(sum * render.filterScale);
-}
-
-double Blur(const ChannelSample& sample) noexcept {
-  return double{sample.blurScale} * sample.blurOffset;
 }
 
 // --- the spaces ---
@@ -47,10 +46,7 @@ SamplePoints InTexture(const RenderContext& render, const FootprintBlock* own, b
                        const SamplePoints& world) noexcept {
   if (render.textureTag == nullptr) return world;
   if (nested) return {own->footprint[0], own->footprint[1], own->footprint[2], own->footprint[3]};
-  const Matrix map = HitToTag(*render.textureTag);
-  return EachPoint(world, [&](const Vector& corner) {
-    return Transform(Add(render.localHitPoint, Sub(corner, render.hitPoint)), map);
-  });
+  return PointsInTag(render, *render.textureTag);
 }
 
 SamplePoints InSpace(std::int32_t space, const RenderContext& render, const FootprintBlock* own,
@@ -77,14 +73,6 @@ SamplePoints InSpace(std::int32_t space, const RenderContext& render, const Foot
   }
 }
 
-// Half the extent of the points, widened by the blur.
-Vector Extent(const SamplePoints& points, const ChannelSample& sample) noexcept {
-  BoundsBox box;
-  BoundsStart(box, points[0]);
-  for (const Vector& point : points) BoundsAdd(box, point);
-  return OffsetAll(static_cast<float>(Blur(sample)), BoundsHalfSize(box));
-}
-
 NoisePlace PlaceInFrame(const Noise3DBlock& block, const ChannelSample& sample) noexcept {
   const RenderContext& render = *sample.render;
   const Vector inFrame = block.useSphereFrame != 0 ? PointOnSphere(sample.uvw)
@@ -97,8 +85,10 @@ NoisePlace PlaceInFrame(const Noise3DBlock& block, const ChannelSample& sample) 
 }  // namespace
 
 NoisePlace PlaceOnSquare(const Noise3DBlock& block, const ChannelSample& sample) noexcept {
-  const Vector point = Times(Scale(kUnitsPerSquare, sample.uvw), Scales(block));
-  return {point, static_cast<float>(Blur(sample) * 10)};
+  // One factor after the other, unlike in a render: the product of the scales alone could overflow
+  // where the point does not.
+  const Vector point = Scale(block.globalScale, Scale(kUnitsPerSquare, sample.uvw));
+  return {Times(point, AxisScales(block)), static_cast<float>(Blur(sample) * 10)};
 }
 
 NoisePlace PlaceOnSurface(const Noise3DBlock& block, const ChannelSample& sample,
@@ -112,7 +102,7 @@ NoisePlace PlaceOnSurface(const Noise3DBlock& block, const ChannelSample& sample
     return Times(Add(Add(p, motion), offset), scales);
   };
   const SamplePoints points = EachPoint(InSpace(block.space, render, own, nested), toNoise);
-  return {points[0], FilterWidth(Extent(points, sample), render)};
+  return {points[0], FilterWidth(HalfExtent(points, sample), render)};
 }
 
 }  // namespace sorvanix

@@ -5,21 +5,19 @@
 
 #include "module/kit/vector.h"
 #include "module/noise/catalogue.h"
-#include "module/shaders/generators/noise_shape.h"
-#include "module/shaders/generators/tilt_normal.h"
+#include "module/shaders/tilt_normal.h"
 
 namespace sorvanix {
 
 namespace {
 
 double ValueAt(const Noise3DSampling& s, const Vector& point) noexcept {
-  double value = NoiseCatalogue3D(s.block.noiseType, point.x, point.y, point.z, s.block.octaves,
-                                  s.time, s.block.absolute, s.width, s.block.detail);
-  const bool cycled =
-      s.negativeCycles == NegativeCycles::Off ? s.block.cycles > 0 : s.block.cycles != 0;
-  if (cycled) value = CycleNoise(value, s.block.cycles);
-  return ClipAndContrast(value, {s.block.contrast, s.block.brightness, s.block.lowClip,
-                                 s.block.highClip, s.block.cycles});
+  const Noise3DBlock& block = s.block;
+  const double noise = NoiseCatalogue3D(block.noiseType, point.x, point.y, point.z, block.octaves,
+                                        s.time, block.absolute, s.width, block.detail);
+  return ShapeNoise(noise,
+                    {block.contrast, block.brightness, block.lowClip, block.highClip, block.cycles},
+                    s.negativeCycles);
 }
 
 }  // namespace
@@ -52,7 +50,7 @@ void BendAlongAxes(const Noise3DSampling& sampling, const Vector& point, float s
   };
   const Vector gradient = {fall({step, 0, 0}), fall({0, step, 0}), fall({0, 0, step})};
   const Vector downhill = Normalized(gradient);
-  // Between opposite normals there is no way to turn.
+  // A normal straight against the fall stays as it is, its length included: deliberate.
   if (Dot(downhill, render.bumpNormal) == -1) return;
   const double pull = kPull * LinearStep(0, kSteep, Length(gradient));
   render.bumpNormal = Normalized(Lerp(render.bumpNormal, downhill, static_cast<float>(pull)));

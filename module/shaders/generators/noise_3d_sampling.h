@@ -4,11 +4,9 @@
 #include <sorvanix/records.h>
 
 #include "module/shaders/generators/noise_3d.h"
+#include "module/shaders/generators/noise_shape.h"
 
 namespace sorvanix {
-
-/// Without a render, cycles below 0 are off; within one they blend as those up to 1 do. Deliberate.
-enum class NegativeCycles { Off, Blend };
 
 /// All but the point that one call of Output works on.
 struct Noise3DSampling {

@@ -17,6 +17,9 @@ struct NoiseShape {
   float cycles;      ///< below 1 a blend with one cosine, from 1 on so many cosines; 0 is off
 };
 
+/// What cycles below 0 do: nothing, or the blend of those up to 1.
+enum class NegativeCycles { Off, Blend };
+
 /// A full cycle. Slightly more than 2 pi, and deliberately kept so: pictures depend on it.
 inline constexpr double kNoiseCycle = 6.29185358;
 
@@ -27,19 +30,16 @@ inline double CycleNoise(double value, double cycles) noexcept {
   return (cycled - value) * cycles + value;
 }
 
-/// Clip, brightness and contrast, in this order. A negative contrast is not clamped.
-inline double ClipAndContrast(double value, const NoiseShape& shape) noexcept {
+/// Cycles, clip, brightness and contrast, in this order: the value that is shown. A negative
+/// contrast is not clamped.
+inline double ShapeNoise(double value, const NoiseShape& shape, NegativeCycles negative) noexcept {
+  const bool cycled = negative == NegativeCycles::Off ? shape.cycles > 0 : shape.cycles != 0;
+  if (cycled) value = CycleNoise(value, shape.cycles);
   value = LinearStep(shape.lowClip, shape.highClip, value);
   value = Clamp01(value + shape.brightness);
   if (shape.contrast < 0) return value - (0.5 - value) * shape.contrast;
   const double low = shape.contrast * 0.5;
   return LinearStep(low, 1 - low, value);
-}
-
-/// All four steps: the value that is shown. Cycles of 0 or less are off.
-inline double ShapeNoise(double value, const NoiseShape& shape) noexcept {
-  if (shape.cycles > 0) value = CycleNoise(value, shape.cycles);
-  return ClipAndContrast(value, shape);
 }
 
 }  // namespace sorvanix

@@ -7,7 +7,7 @@
 #include <numbers>
 
 #include "module/kit/vector.h"
-#include "module/shaders/generators/solid_space.h"
+#include "module/shaders/sample_points.h"
 
 namespace sorvanix {
 

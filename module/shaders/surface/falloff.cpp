@@ -30,7 +30,7 @@ constexpr auto kOwnFields = std::to_array<Field>({
     {MEMBER(Int, space), .initial = Initially(FalloffTexture), .compared = true, .copied = true,
      .key = 1002, .describeAs = DescribeInteger, .label = "Space",
      .help = "What the direction turns with: nothing, the texture, or the camera.",
-     .limits = {0, 3, 1}, .choices = kSpaces},
+     .limits = {.step = 1}, .choices = kSpaces},
     {SORVANIX_COMPONENT(Block, direction, x, "directionX"), .initial = Initially(0.0f),
      .compared = true, .copied = true, .key = 1003, .label = "Direction X",
      .help = "The direction that shows the ramp's end, along x.", .limits = kDirectionLimits},

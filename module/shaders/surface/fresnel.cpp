@@ -16,6 +16,7 @@ namespace sorvanix {
 namespace {
 
 using Block = FresnelBlock;
+static_assert(offsetof(Block, previewChannel) == 310 * 4);
 #define MEMBER(kind, member) SORVANIX_MEMBER(FresnelBlock, kind, member)
 #define PLACE(kind, member) SORVANIX_PLACE(FresnelBlock, kind, member)
 
@@ -39,7 +40,7 @@ constexpr auto kOwnFields = std::to_array<Field>({
     {MEMBER(Int, sideMode), .initial = Initially(FresnelBothSides), .compared = true,
      .copied = true, .key = 1002, .describeAs = DescribeInteger, .label = "Sides",
      .help = "Which sides of the surface show the ramp, and what the others show.",
-     .limits = {0, 6, 1}, .choices = kSideModes},
+     .limits = {.step = 1}, .choices = kSideModes},
     {MEMBER(Int, previewBusy), .initial = Initially(0), .copied = true},
     {MEMBER(Int, previewAuto), .initial = Initially(1), .copied = true},
     {MEMBER(Int, changed), .initial = Initially(1), .copied = true},

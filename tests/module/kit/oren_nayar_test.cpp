@@ -89,6 +89,19 @@ TEST(OrenNayar, AcrossTheLight) {
   EXPECT_NEAR(Share(1, 1, Leaning(kLow, 0), Leaning(kLow, kPi / 2)), 0.4068691, 1e-6);
 }
 
+// The cosine is told apart from the direction, as contrast bends it: all of the term follows it,
+// the light's part along the surface as well. Both at 60 degrees on one side, with a cosine of 0.8:
+// alpha = pi/3, beta = acos 0.8, tan 0.75; the light's part is (0.8660254, 0, 0.5 - 0.8), cos phi =
+// 0.8660254 / 0.9165151 = 0.9449112; c2 = b * 0.8660254 = 0.3575334, c3 = 0.0085538;
+// 0.8 (a + 0.9449112 * 0.3575334 * 0.75 + 0.0550888 * 0.0085538 * 1.1277118) = 0.7023756, and
+// 0.17 * 0.8 / 1.13 * (1 - 4 beta^2 * 0.9449112 / pi^2) = 0.1203540 * 0.8414195 = 0.1012682.
+TEST(OrenNayar, ABentCosineCountsInTheWholeTerm) {
+  const double share = OrenNayarShare(OrenNayarFactorsOf(1), {1, 1, 1},
+                                      ViewSurface(kUp, Leaning(kLow, 0)), Leaning(kLow, 0), 0.8)
+                           .x;
+  EXPECT_NEAR(share, 0.8036438, 1e-6);
+}
+
 // Helmholtz reciprocity: the share over the light's cosine stays when light and view are swapped.
 TEST(OrenNayar, LightAndViewMayBeSwapped) {
   for (const float sigma : {0.1f, 0.5f, 1.0f, 2.0f}) {

@@ -1,5 +1,6 @@
 // Gradient as data: its registration, defaults, saved forms, messages, Copy and Compare.
 #include <cstring>
+#include <utility>
 
 #include "tests/module/shaders/generators/gradient_fixture.h"
 
@@ -121,7 +122,7 @@ TEST_F(GradientDataTest, ReadsTheOldestFormWithoutNested) {
   ExpectExactly(block.ramp.knots[1].colour, {0.5f, 0.6f, 0.7f});
   EXPECT_EQ(block.ramp.knots[1].position, 0.75f);
   EXPECT_EQ(block.ramp.knots[1].bias, 0.8f);
-  EXPECT_EQ(block.ramp.order[1], 1);
+  EXPECT_EQ(block.ramp.order[0], 0) << "2 in a new block";
   EXPECT_EQ(block.type, 9);
   EXPECT_EQ(block.space, 4);
   ExpectExactly(block.start, {1, 2, 3});
@@ -170,6 +171,22 @@ TEST_F(GradientDataTest, SurplusKnotsAreReadAndDropped) {
   EXPECT_EQ(block.ramp.knots[49].position, 49);
   EXPECT_EQ(block.type, 9) << "the word behind the ramp";
   EXPECT_EQ(block.nested, 1) << "still in step";
+}
+
+// However many knots it declares, what it holds of them is kept, and the count stays in bounds.
+TEST_F(GradientDataTest, AFileMayEndAmidTheKnotsThatItDeclares) {
+  for (const auto& [declared, live] : {std::pair{INT32_MAX, 50}, {51, 50}, {INT32_MIN, 0}}) {
+    FakeStream stream;
+    stream.values = {Int(20000729)};
+    for (const Values& part : {Head(declared), knots}) {
+      stream.values.insert(stream.values.end(), part.begin(), part.end());
+    }
+    block.ramp.knots[1] = {};
+    EXPECT_EQ(record.Read(&instance, stream.handle()), 1);
+    EXPECT_EQ(block.ramp.count, live);
+    EXPECT_EQ(block.ramp.knots[1].bias, live == 0 ? 0.5f : 0.8f);
+    EXPECT_EQ(block.nested, 0);
+  }
 }
 
 TEST_F(GradientDataTest, WriteThenReadGivesAnEqualBlock) {
@@ -278,11 +295,17 @@ TEST_F(GradientDataTest, CopyTakesTheLiveKnotsAndTheFieldsUpToThePreviewObject) 
   ShaderUnderTest other(started, PluginIdGradient);
   auto& copy = other.block<GradientBlock>();
   copy.nested = 1;
+  copy.dialogChannel = 7;
+  copy.dialogChannelMark = 8;
+  copy.ramp.knots[2].colour = {7, 7, 7};
+  copy.ramp.order[2] = 17;
   EXPECT_EQ(record.Copy(&instance, &other.instance), 1);
   EXPECT_EQ(copy.nested, 0);
-  EXPECT_EQ(copy.dialogChannelMark, -1) << "belongs to the dialog's own copy";
-  ExpectExactly(copy.ramp.knots[2].colour, {1, 1, 0});
-  EXPECT_EQ(copy.ramp.order[1], 1);
+  EXPECT_EQ(copy.dialogChannel, 7) << "belongs to the dialog's own copy";
+  EXPECT_EQ(copy.dialogChannelMark, 8);
+  ExpectExactly(copy.ramp.knots[2].colour, {7, 7, 7});
+  EXPECT_EQ(copy.ramp.order[0], 0) << "2 in a new block";
+  EXPECT_EQ(copy.ramp.order[2], 17);
   copy.nested = 1;
   EXPECT_EQ(record.Compare(&instance, &other.instance), 1);
   EXPECT_EQ(copy.previewObject, 3);

@@ -246,6 +246,19 @@ TEST_F(TilingTest, ATiledTagRepeatsTheTexture) {
   EXPECT_NEAR(ShownAt(0, -0.25f), 0.25f, 1e-6);
 }
 
+// The numbers above the table count as shapes in space, which do not tile: 1.25 is held at the end.
+TEST_F(TilingTest, OfTheTypesOffTheTableThoseBelowItTile) {
+  tag.flags = 1;
+  for (const std::int32_t type : {-1, INT32_MIN}) {
+    block.type = type;
+    EXPECT_FLOAT_EQ(ShownAt(1.25f, 0), 0.25f) << type;
+  }
+  for (const std::int32_t type : {11, INT32_MAX}) {
+    block.type = type;
+    EXPECT_EQ(ShownAt(1.25f, 0), 1) << type;
+  }
+}
+
 TEST_F(TilingTest, AMirroredTagRunsThereAndBack) {
   tag.flags = 3;
   block.type = GradientU;

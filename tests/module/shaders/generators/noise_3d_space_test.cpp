@@ -157,20 +157,36 @@ TEST_F(Noise3DSpaceTest, AFlatObjectOrCameraLeavesTheWorld) {
 }
 
 // Half extents of (1, 1, 1) in each space, by corners that lie one unit of the space around the
-// hit: a width of 3 in it, and 0.5 + 0.4 * 0.5 / 3 of a noise of 0.9. Texture units are hundredths.
+// hit: a width of 3 in it, and 0.5 + 0.4 * 0.5 / 3 of a noise of 0.9. Texture units are hundredths,
+// screen units tens.
 TEST_F(Noise3DSpaceTest, TheCornersGoThroughTheSameMap) {
-  for (const std::int32_t space : {SpaceTexture, SpaceObject, SpaceWorld, SpaceCamera}) {
+  const float units[] = {0.01f, 1, 1, 1, 10};
+  for (std::int32_t space = SpaceTexture; space <= SpaceScreen; ++space) {
     block.space = space;
     for (const Matrix& place : kPlaces) {
       const Matrix& map = space == SpaceWorld ? kPlaces[0] : place;
       PlaceAll(place);
-      const float unit = space == SpaceTexture ? 0.01f : 1.0f;
+      const float unit = units[space];
       Hit(In(map, {-unit, -unit, -unit}));
       render.footprintA = In(map, {unit, -unit, -unit});
       render.footprintB = In(map, {-unit, unit, -unit});
       render.footprintC = In(map, {-unit, -unit, unit});
       EXPECT_NEAR(GreyOf(0.9f), 0.5f + 0.2f / 3, 1e-5) << space;
     }
+  }
+}
+
+// (0, 0), (80, 0) / 4 / 10, (0, 20) / 1 / 10, and the camera's plane: half extents of (1, 1, 0), a
+// width of 2, 0.5 + 0.4 * 0.5 / 2.
+TEST_F(Noise3DSpaceTest, InRasterSpaceEveryCornerIsDividedByItsOwnDepth) {
+  block.space = SpaceRaster;
+  for (const Matrix& place : kPlaces) {
+    PlaceAll(place);
+    Hit(In(place, {0, 0, 4}));
+    render.footprintA = In(place, {80, 0, 4});
+    render.footprintB = In(place, {0, 20, 1});
+    render.footprintC = In(place, {0, 0, -5});
+    EXPECT_NEAR(GreyOf(0.9f), 0.6f, 1e-5);
   }
 }
 
@@ -189,11 +205,16 @@ TEST_F(Noise3DSpaceTest, VelocityAndOffsetAreAddedBeforeTheScales) {
   ExpectPoint({26, 22, 16});
 }
 
-TEST_F(Noise3DSpaceTest, TheOffsetCountsOnceInEverySpace) {
+// The hit is (1, 2, 4) in the turned place of all things, and (-7 - 8, 5 + 2, 3 + 2) in the world.
+// Behind each map come 2 * (1, 0, -1) + (10, 20, 30) = (12, 20, 28), in units of the space.
+TEST_F(Noise3DSpaceTest, VelocityAndOffsetCountOnceInEverySpaceBehindItsMap) {
+  PlaceAll(kPlaces[4]);
+  Hit(In(kPlaces[4], kInside));
+  block.velocity = {1, 0, -1};
+  sample.time = 2;
   OwnSlot().pointOffset = {10, 20, 30};
-  Hit(kInside);
-  const Vector expected[] = {{110, 220, 430}, {11, 22, 34},          {11, 22, 34},
-                             {11, 22, 34},    {10.1f, 20.2f, 30.4f}, {10.025f, 20.05f, 30}};
+  const Vector expected[] = {{112, 220, 428}, {13, 22, 32},          {-3, 27, 33},
+                             {13, 22, 32},    {12.1f, 20.2f, 28.4f}, {12.025f, 20.05f, 28}};
   for (std::int32_t space = 0; space <= 5; ++space) {
     block.space = space;
     ExpectPoint(expected[space]);

@@ -28,6 +28,18 @@ TEST_F(Noise3DTest, ThePointIsUvwTimesTwelvePointEightTimesTheScales) {
   ExpectVector(PointAsked(), {3.2f, 3.2f, 12.8f});
 }
 
+// Rounded after each product: 12.8 u = 12.5548277, then 54.1669922 and 89.0709686. The product of
+// the two scales, rounded by itself, would make it 89.0709763.
+TEST_F(Noise3DTest, WithoutARenderThePointIsScaledOnceByOnce) {
+  block.globalScale = 4.31443548f;
+  block.scaleX = 1.64437723f;
+  sample.uvw = {0.980845928f, 0, 0};
+  EXPECT_EQ(PointAsked().x, 89.0709686f);
+  block.globalScale = block.scaleX = 1e30f;  // their product is beyond all floats
+  sample.uvw = {};
+  EXPECT_EQ(PointAsked().x, 0);
+}
+
 TEST_F(Noise3DTest, WithoutARenderNothingElseMovesThePoint) {
   BeginRender();
   OwnSlot().pointOffset = {7, 7, 7};
@@ -283,6 +295,55 @@ TEST_F(Noise3DTest, EightThreadsGiveTheSameBytesAsOne) {
   }
   for (std::thread& thread : threads) thread.join();
   EXPECT_EQ(std::memcmp(one.data(), eight.data(), one.size() * sizeof(Vector)), 0);
+}
+
+// Whatever messages left in the block and whatever the render holds: all that can be asked is that
+// every sample comes to an end, black where it bumps.
+TEST_F(Noise3DTest, WildMessagesAndRendersComeToAnEnd) {
+  const float inf = std::numeric_limits<float>::infinity();
+  host.render.turbulence = [](const Vector*, float, float, std::int32_t) noexcept { return 0.5f; };
+  FakeContainer initial;
+  shader.Message(MessageGetParameters, initial);
+  for (const float value : {NAN, inf, -inf, 1e38f, -1e38f, 1e-42f}) {
+    FakeContainer wild = initial;
+    for (FakeContainer::Entry& entry : wild.entries) {
+      if (std::holds_alternative<float>(entry.value)) entry.value = value;
+      if (std::holds_alternative<Vector>(entry.value)) entry.value = Vector{value, -value, value};
+    }
+    ASSERT_EQ(shader.Message(MessageSetParameters, wild), 1);
+    const Matrix place = {{value, 1, -value}, {1, value, 0}, {0, 1, value}, {value, 0, 1}};
+    ObjectRecord object = {};
+    object.matrix = place;
+    UvwRecord polygon = {};
+    polygon.cornerCount = 4;
+    for (int i = 0; i < 4; ++i) {
+      polygon.corner[i] = {value, static_cast<float>(i), -value};
+      polygon.restCorner[i] = {static_cast<float>(i), value, 1};
+    }
+    render = {};
+    render.object = &object;
+    render.uvwRecord = &polygon;
+    render.textureTag = &tag;
+    render.filteringOn = 1;
+    render.filterScale = sample.time = sample.blurOffset = sample.blurScale = value;
+    render.hitPoint = render.footprintA = sample.uvw = {value, -value, 1};
+    render.tangentU = render.bumpNormal = {value, value, value};
+    BeginRender();  // with a wild bump step
+    for (std::int32_t type = -1; type <= 30; ++type) {
+      for (std::int32_t space = -1; space <= 6; ++space) {
+        block.noiseType = type;
+        block.space = space;
+        block.useObjectFrame = space & 1;
+        block.useSphereFrame = type & 1;
+        instance.channel = ChannelColour;
+        Output();
+        instance.channel = ChannelBump;
+        block.bumpOneSided = space & 2;
+        ExpectExactly(Output(), {0, 0, 0});
+      }
+    }
+    camera = nullptr;
+  }
 }
 
 // Whatever a file or a message left in the block, every type, space and frame comes to an end, and

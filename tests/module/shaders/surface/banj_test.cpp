@@ -338,12 +338,19 @@ TEST_F(BanjOrenNayarTest, ALightThatDoesNotArriveEitherWayIsSkipped) {
   EXPECT_EQ(scene.CallsOf("lightSample").size(), 4u) << "both are asked all the same";
 }
 
+// One lies ahead and one has no diffuse share, which only other kinds of light mind. The last does
+// not arrive.
 TEST_F(BanjOrenNayarTest, AreaLightsAddTheirOwnShareToTheSum) {
-  AddLight(kBelow).record.type = LightDisc;
+  AddLight(kAbove).record.type = LightDisc;
   AddLight(kBelow).record.type = LightRectangle;
   AddLight(kBelow, {0.125f, 0.125f, 0.125f}).record.ambient = 1;
   scene.lights[0].areaShare = {0.25f, 0, 0};
   scene.lights[1].areaShare = {0, 0.5f, 0};
+  scene.lights[1].record.noDiffuse = 1;
+  ScriptedLight& blocked = AddLight(kBelow);
+  blocked.record.type = LightRectangle;
+  blocked.areaShare = kWhite;
+  blocked.arrives = false;
   LookAlong(0.6, 0, -0.8);
   ExpectVector(Output(), {0.375f, 0.625f, 0.125f});
   const std::vector<LightCall> calls = scene.CallsOf("areaLight");

@@ -352,12 +352,14 @@ TEST_F(FalloffDataTest, CopyTakesTheFieldsAndTheLiveKnots) {
   ShaderUnderTest other(started, PluginIdFalloff);
   auto& copy = other.block<FalloffBlock>();
   copy.nested = 1;
+  copy.previewChannel = 3;
+  copy.ramp.knots[2].colour = {7, 7, 7};
   ASSERT_EQ(record.Copy(&instance, &other.instance), 1);
   EXPECT_EQ(record.Compare(&instance, &other.instance), 1);
   EXPECT_EQ(copy.ramp.order[0], 0);
-  ExpectExactly(copy.ramp.knots[2].colour, {1, 1, 0});
+  ExpectExactly(copy.ramp.knots[2].colour, {7, 7, 7});
   EXPECT_EQ(copy.nested, 0);
-  EXPECT_EQ(copy.previewChannel, -1);
+  EXPECT_EQ(copy.previewChannel, 3) << "the dialog's own copy keeps it";
 }
 
 TEST_F(FalloffDataTest, CompareLooksAtTheseFieldsAndNoOthers) {

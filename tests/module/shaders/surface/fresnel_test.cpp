@@ -386,13 +386,15 @@ TEST_F(FresnelDataTest, CopyTakesTheFieldsAndTheLiveKnots) {
   ShaderUnderTest other(started, PluginIdFresnel);
   auto& copy = other.block<FresnelBlock>();
   copy.nested = 1;
+  copy.previewChannel = 3;
+  copy.ramp.knots[2].colour = {7, 7, 7};
   ASSERT_EQ(record.Copy(&instance, &other.instance), 1);
   EXPECT_EQ(copy.ramp.count, 2);
   EXPECT_EQ(copy.ramp.selected, 51);
   EXPECT_EQ(copy.ramp.interpolation, RampStep);
   EXPECT_EQ(copy.ramp.knots[1].bias, 0.8f);
   EXPECT_EQ(copy.ramp.order[0], 0);
-  ExpectExactly(copy.ramp.knots[2].colour, kBlack);
+  ExpectExactly(copy.ramp.knots[2].colour, {7, 7, 7});
   EXPECT_EQ(copy.useBumpNormal, 0);
   EXPECT_EQ(copy.previewBusy, 1);
   EXPECT_EQ(copy.previewAuto, 0);
@@ -400,7 +402,7 @@ TEST_F(FresnelDataTest, CopyTakesTheFieldsAndTheLiveKnots) {
   EXPECT_EQ(copy.previewObject, 4);
   EXPECT_EQ(copy.sideMode, 3);
   EXPECT_EQ(copy.nested, 0);
-  EXPECT_EQ(copy.previewChannel, -1);
+  EXPECT_EQ(copy.previewChannel, 3) << "the dialog's own copy keeps it";
 }
 
 TEST_F(FresnelDataTest, CompareLooksAtTheseFieldsAndNoOthers) {

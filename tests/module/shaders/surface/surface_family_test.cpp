@@ -1,5 +1,5 @@
-// What surface shaders have in common: they answer without a block, take whatever a block may hold,
-// leave nothing behind when memory is short, and show the same on several threads as on one.
+// What surface shaders have in common: they take whatever a block may hold, leave nothing behind
+// when memory is short, and show the same on several threads as on one.
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -114,30 +114,6 @@ struct SurfaceFamilyTest : ::testing::TestWithParam<SurfaceKind> {
 
 INSTANTIATE_TEST_SUITE_P(AllSurfaces, SurfaceFamilyTest, ::testing::ValuesIn(kSurfaces),
                          [](const auto& info) { return std::string(info.param.name); });
-
-TEST_P(SurfaceFamilyTest, WithoutABlockEveryCallbackAnswersNeutrally) {
-  ShaderInstance bare = {};
-  FakeStream stream;
-  FakeContainer container;
-  EXPECT_EQ(record.Copy(&bare, &instance), 0);
-  EXPECT_EQ(record.Copy(&instance, &bare), 0);
-  EXPECT_EQ(record.Compare(&bare, &instance), 0);
-  EXPECT_EQ(record.Compare(&instance, &bare), 0);
-  EXPECT_EQ(record.Read(&bare, stream.handle()), 0);
-  EXPECT_EQ(record.Write(&bare, stream.handle()), 0);
-  EXPECT_EQ(record.Edit(&bare), 0);
-  for (const std::int32_t id : {112000, 112001, 112003, 112004}) {
-    EXPECT_EQ(record.Message(&bare, id, container.handle()), 1);
-  }
-  EXPECT_TRUE(stream.values.empty());
-  EXPECT_TRUE(container.entries.empty());
-  if (record.FreeRender != nullptr) record.FreeRender(&bare);
-  record.Free(&bare);
-  Surface surface;
-  Vector result = {1, 1, 1};
-  record.Output(&result, &bare, &surface.sample);
-  ExpectExactly(result, {0, 0, 0});
-}
 
 TEST_P(SurfaceFamilyTest, FreeReleasesEverythingAlsoTwice) {
   record.Free(&instance);

@@ -1,9 +1,13 @@
-// The spaces that solid shaders read their points in, and the maps from world space into them.
+// The four points of a sample: the spaces that shaders read them in, the maps from world space into
+// them, and their extent.
 #pragma once
 
 #include <array>
+#include <span>
 
+#include "module/kit/bounds_box.h"
 #include "module/kit/matrix.h"
+#include "module/kit/vector.h"
 #include "module/shell/host_render.h"
 
 namespace sorvanix {
@@ -37,6 +41,29 @@ inline Matrix WorldToCamera(const RenderContext& render) noexcept {
 /// object, 100 units, then has as many units as its object.
 inline Matrix HitToTag(const TextureTag& tag) noexcept {
   return Multiply(ScaleMatrix({100, 100, 100}), tag.matrix2);
+}
+
+/// The four points in the space of the texture tag, in hundredths.
+inline SamplePoints PointsInTag(const RenderContext& render, const TextureTag& tag) noexcept {
+  const Matrix map = HitToTag(tag);
+  const auto toTag = [&](const Vector& corner) {
+    return Transform(Add(render.localHitPoint, Sub(corner, render.hitPoint)), map);
+  };
+  return {Transform(render.localHitPoint, map), toTag(render.footprintA), toTag(render.footprintB),
+          toTag(render.footprintC)};
+}
+
+/// By how much a sample's blur widens it, in units of its space.
+inline double Blur(const ChannelSample& sample) noexcept {
+  return double{sample.blurScale} * sample.blurOffset;
+}
+
+/// Half the extent of the four points on each axis, widened by the sample's blur.
+inline Vector HalfExtent(std::span<const Vector, 4> points, const ChannelSample& sample) noexcept {
+  BoundsBox box;
+  BoundsStart(box, points[0]);
+  for (const Vector& point : points) BoundsAdd(box, point);
+  return OffsetAll(static_cast<float>(Blur(sample)), BoundsHalfSize(box));
 }
 
 }  // namespace sorvanix
