@@ -53,6 +53,11 @@ constexpr Vector Product(const Vector& a, const Vector& b) {
   return ByComponent([](float p, float q) { return p * q; }, a, b);
 }
 
+/// The colour with components below 0 raised to it. NaN stays.
+constexpr Vector WithoutNegatives(const Vector& colour) {
+  return ByComponent([](float p) { return p < 0 ? 0 : p; }, colour);
+}
+
 /// s added to every component of v.
 constexpr Vector OffsetAll(float s, const Vector& v) {
   return ByComponent([s](float p) { return s + p; }, v);
@@ -71,6 +76,11 @@ constexpr Vector Cross(const Vector& a, const Vector& b) {
   return {static_cast<float>(double{a.y} * b.z - double{a.z} * b.y),
           static_cast<float>(double{a.z} * b.x - double{a.x} * b.z),
           static_cast<float>(double{a.x} * b.y - double{a.y} * b.x)};
+}
+
+/// The sum of the components' magnitudes: a length that needs no root.
+inline double SumOfMagnitudes(const Vector& v) {
+  return std::fabs(double{v.x}) + std::fabs(double{v.y}) + std::fabs(double{v.z});
 }
 
 /// The Euclidean length.

@@ -1,5 +1,4 @@
-// Building lists of table rows: joining parts, and rows for fields that a block holds several
-// times.
+// Texts of table rows with a number in them.
 #pragma once
 
 #include <algorithm>

@@ -4,6 +4,9 @@
 #include "module/kit/oren_nayar.h"
 #include "module/kit/remap.h"
 #include "module/kit/vector.h"
+#include "module/shaders/surface/along_ray.h"
+#include "module/shaders/surface/illumination.h"
+#include "module/shaders/surface/light_walk.h"
 #include "module/shell/host_container.h"
 #include "module/shell/table_callbacks.h"
 
@@ -16,11 +19,6 @@ static_assert(sizeof(Block) == 18 * 4 && offsetof(Block, nested) == 15 * 4);
 #define MEMBER(kind, member) SORVANIX_MEMBER(BanjBlock, kind, member)
 #define PLACE(kind, member) SORVANIX_PLACE(BanjBlock, kind, member)
 
-constexpr Choice kIlluminations[] = {
-    {BanjHostForm, "plain", "Plain"},
-    {BanjOrenNayarForm, "orenNayar", "Oren-Nayar"},
-};
-
 constexpr std::int32_t kKeySigma = 1003;
 
 // What follows from a sigma of 1.
@@ -29,7 +27,7 @@ constexpr float kInitialOrenB = 0x1.a6c096p-2f;  // 0.41284
 
 constexpr Field kFields[] = {
     {MEMBER(Int, previewObject), .initial = Initially(3), .compared = true},
-    {MEMBER(Int, orenNayar), .initial = Initially(BanjHostForm), .compared = true, .key = 1000,
+    {MEMBER(Int, orenNayar), .initial = Initially(IlluminationHost), .compared = true, .key = 1000,
      .describeAs = DescribeInteger, .label = "Illumination",
      .help = "How the far side is lit: as any surface, or as a rough one.", .limits = {0, 1, 1},
      .choices = kIlluminations},
@@ -117,10 +115,6 @@ std::int32_t Message(ShaderInstance* instance, std::int32_t id, HostContainer* p
 
 Vector Negated(const Vector& v) noexcept { return Scale(-1, v); }
 
-Vector WithoutNegatives(const Vector& colour) noexcept {
-  return ByComponent([](double x) { return x < 0 ? 0 : x; }, colour);
-}
-
 Vector Contrasted(const Block& block, const Vector& colour) noexcept {
   const double low = block.diffuseContrast * 0.5;
   const double high = 1 - low;
@@ -201,32 +195,27 @@ void AddLight(const Block& block, const RenderContext& render, const FarSide& si
   if (light.noDiffuse != 0 || cosine < 0) return;
   const Vector share = OrenNayarShare(side.factors, side.reflectance, side.surface,
                                       shadowed.direction, ContrastedCosine(cosine, light.contrast));
-  AddInPlace(sum, ByComponent([](double s, double c) { return s * c; }, share, colour));
+  AddInPlace(sum, Product(share, colour));
 }
 
 Vector LitByOrenNayar(const Block& block, const RenderContext& render) noexcept {
-  const double* direction = render.ray->direction;
-  const Vector ray = {static_cast<float>(direction[0]), static_cast<float>(direction[1]),
-                      static_cast<float>(direction[2])};
+  const Vector ray = DirectionOf(*render.ray);
   // The ray looks through the surface, and so along the far side's normal.
   const FarSide side = {ViewSurface(Negated(render.bumpNormal), ray),
                         {block.sigma2, block.orenA, block.orenB},
                         Reflectance(block),
                         ray};
   Vector sum = {};
-  for (std::int32_t i = hostLightCount(&render) - 1; i >= 0; --i) {
-    if (const LightRecord* light = hostLightAt(&render, i)) {
-      AddLight(block, render, side, *light, sum);
-    }
-  }
+  ForEachLight(render,
+               [&](const LightRecord& light) { AddLight(block, render, side, light, sum); });
   return WithoutNegatives(sum);
 }
 
 Vector Lit(const Block& block, RenderContext& render) noexcept {
   switch (block.orenNayar) {
-    case BanjHostForm:
+    case IlluminationHost:
       return Contrasted(block, LitByHost(block, render));
-    case BanjOrenNayarForm:
+    case IlluminationOrenNayar:
       // Without lights black, which no contrast lifts.
       if (render.lightsEnabled == 0) return Vector{};
       return Contrasted(block, LitByOrenNayar(block, render));

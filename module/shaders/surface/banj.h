@@ -5,16 +5,10 @@
 
 namespace sorvanix {
 
-/// How the far side is lit. Documents store the numbers; any other shades black.
-enum BanjIllumination : std::int32_t {
-  BanjHostForm = 0,  ///< as the host lights a surface that is turned round
-  BanjOrenNayarForm = 1
-};
-
 /// The parameter block: 18 words.
 struct BanjBlock {
   std::int32_t previewObject;
-  std::int32_t orenNayar;  ///< a BanjIllumination
+  std::int32_t orenNayar;  ///< how the far side is lit, an Illumination; any other is black
   float diffuseLevel;
   float shadowMix;  ///< 0: nothing blocks the light, 1: the host's shadows
   float sigma;      ///< roughness

@@ -1,11 +1,11 @@
 // Lumas: its callbacks, and how one sample becomes a lit colour.
 #include "module/shaders/surface/lumas.h"
 
-#include <cmath>
-
 #include "module/kit/matrix.h"
 #include "module/kit/remap.h"
 #include "module/kit/vector.h"
+#include "module/shaders/surface/along_ray.h"
+#include "module/shaders/surface/illumination.h"
 #include "module/shaders/surface/lumas_anisotropy.h"
 #include "module/shaders/surface/lumas_derive.h"
 #include "module/shaders/surface/lumas_diffuse.h"
@@ -24,7 +24,8 @@ std::int32_t Alloc(ShaderInstance* instance) noexcept {
   return 1;
 }
 
-// Without a render there is no light: an even mix of the tints.
+// Without a render there is no light: the tints, each by its level and the highlights also by their
+// size.
 Vector FlatColour(const LumasBlock& block) noexcept {
   Vector colour = {};
   if (block.diffuseOn != 0) colour = Scale(block.diffuseLevel, block.diffuseTint);
@@ -37,28 +38,22 @@ Vector FlatColour(const LumasBlock& block) noexcept {
   return colour;
 }
 
-Vector Towards(const double (&direction)[3], double sign) noexcept {
-  return {static_cast<float>(sign * direction[0]), static_cast<float>(sign * direction[1]),
-          static_cast<float>(sign * direction[2])};
-}
-
 // Keeps the surface of the sample in the slot. A nested Lumas finds the matrices there, as the
 // enclosing filter left them.
 void FillSlot(const LumasBlock& block, const RenderContext& render, LumasSlot& slot) noexcept {
   const TextureTag* tag = render.textureTag;
   const Vector view = tag == nullptr ? render.viewPoint : Rotate(render.viewPoint, tag->matrix2);
-  slot.footprintSize = static_cast<float>(
-      1e-5 * (std::fabs(double{view.x}) + std::fabs(double{view.y}) + std::fabs(double{view.z})));
+  slot.footprintSize = static_cast<float>(1e-5 * SumOfMagnitudes(view));
   slot.surfaceNormal = render.bumpNormal;
-  slot.viewVector = Towards(render.ray->direction, -1);
+  slot.viewVector = Scale(-1, DirectionOf(*render.ray));
   slot.faceNormal = render.faceNormal;
   if (block.nested != 0) return;
   slot.head.texMatrix = tag == nullptr ? kIdentityMatrix : tag->matrix1;
   slot.head.texInverse = tag == nullptr ? kIdentityMatrix : tag->matrix2;
 }
 
-// The lights as the layers see them. The host's call for each layer adds the same diffuse light once
-// more: deliberate.
+// The lights as the layers see them. The host's call for each layer adds the same diffuse light
+// once more: deliberate.
 struct Lit {
   Vector diffuse = {};
   Highlights highlights = {};
@@ -79,7 +74,9 @@ Lit LightUp(const LumasBlock& block, const LumasSlot& slot, const RenderContext&
 
 Vector FinishDiffuse(const LumasBlock& block, const LumasSlot& slot, const RenderContext& render,
                      Vector diffuse) noexcept {
-  if (Length(diffuse) == 0 || block.orenNayar != 0) diffuse = DiffuseLight(block, slot, render);
+  if (Length(diffuse) == 0 || block.orenNayar != IlluminationHost) {
+    diffuse = DiffuseLight(block, slot, render);
+  }
   if (block.diffuseContrast != 0) {
     const auto contrasted = [&](float v) {
       return LinearStep(block.diffuseLow, block.diffuseHigh, v);

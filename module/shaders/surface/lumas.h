@@ -61,7 +61,7 @@ struct LumasBlock {
   Vector diffuseColour;
   float diffuseStrength;
   Vector diffuseTint;      ///< derived: the colour times its strength
-  std::int32_t orenNayar;  ///< 1: the Oren-Nayar term; 0: the host's diffuse light
+  std::int32_t orenNayar;  ///< an Illumination; any other acts as the host's
   float sigma;             ///< roughness of the Oren-Nayar term
   float diffuseLevel;
   float diffuseContrast;

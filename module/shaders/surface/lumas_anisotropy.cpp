@@ -2,8 +2,6 @@
 // Ward highlight for each layer and light.
 #include "module/shaders/surface/lumas_anisotropy.h"
 
-#include <cmath>
-
 #include "module/kit/remap.h"
 #include "module/kit/vector.h"
 #include "module/shaders/surface/light_walk.h"
@@ -23,14 +21,11 @@ struct Directions {
   Vector along, across;
 };
 
-double Extent(const Vector& v) noexcept {
-  return std::fabs(double{v.x}) + std::fabs(double{v.y}) + std::fabs(double{v.z});
-}
-
 // Scratches die out where a sample covers much of the surface.
 double FadedScratch(const LumasBlock& block, const RenderContext& render, double scratch) noexcept {
   if (!(block.scratchFade > 0)) return scratch;
-  const double size = Extent(render.viewPoint) * block.scratchScaleU * 100 * block.scratchFade;
+  const double size =
+      SumOfMagnitudes(render.viewPoint) * block.scratchScaleU * 100 * block.scratchFade;
   return size > 0 ? scratch * Clamp01(1 / size) : scratch;
 }
 

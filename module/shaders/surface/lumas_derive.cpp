@@ -2,7 +2,7 @@
 //
 // Small sizes go through the bias curve t^(log b / log 0.5): C. Schlick, "Fast Alternatives to
 // Perlin's Bias and Gain Functions", Graphics Gems IV, 1994, names it; K. Perlin, E. M. Hoffert,
-// "Hypertexture", SIGGRAPH 1989. Larger ones follow two measured curves.
+// "Hypertexture", SIGGRAPH 1989. Larger ones follow two tables.
 #include "module/shaders/surface/lumas_derive.h"
 
 #include <algorithm>

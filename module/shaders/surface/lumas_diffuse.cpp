@@ -4,6 +4,7 @@
 #include "module/kit/oren_nayar.h"
 #include "module/kit/remap.h"
 #include "module/kit/vector.h"
+#include "module/shaders/surface/illumination.h"
 #include "module/shaders/surface/light_walk.h"
 
 namespace sorvanix {
@@ -33,13 +34,11 @@ struct RoughSurface {
   }
 };
 
-float AtLeastZero(float v) noexcept { return v < 0 ? 0 : v; }
-
 }  // namespace
 
 Vector DiffuseLight(const LumasBlock& block, const LumasSlot& slot,
                     const RenderContext& render) noexcept {
-  if (block.orenNayar != 1) return HostDiffuse(render);
+  if (block.orenNayar != IlluminationOrenNayar) return HostDiffuse(render);
   if (render.lightsEnabled == 0) return {};
   const double level = double{block.diffuseLevel} * block.diffuseStrength;
   const RoughSurface surface = {{block.sigma2, block.orenA, block.orenB},
@@ -52,7 +51,7 @@ Vector DiffuseLight(const LumasBlock& block, const LumasSlot& slot,
                        [&](const LightRecord& light, const ArrivingLight& arriving) {
                          AddInPlace(sum, surface.Reflected(light, arriving));
                        });
-  return ByComponent(AtLeastZero, sum);
+  return WithoutNegatives(sum);
 }
 
 }  // namespace sorvanix

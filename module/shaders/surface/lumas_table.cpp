@@ -1,4 +1,5 @@
 // Lumas as data: its fields, their saved forms and their words.
+#include "module/shaders/surface/illumination.h"
 #include "module/shaders/surface/lumas.h"
 #include "module/shaders/surface/lumas_derive.h"
 #include "module/shaders/surface/lumas_layer_rows.h"
@@ -13,7 +14,6 @@ namespace {
 
 static_assert(AT(previewObject) == 7 * 4 && AT(nested) == 11 * 4 && AT(diffuseOn) == 13 * 4);
 
-constexpr Choice kDiffuseModels[] = {{0, "host", "Host"}, {1, "orenNayar", "Oren-Nayar"}};
 constexpr Choice kAnisotropyModes[] = {
     {AnisoTagAxis, "tagAxis", "Tag Axis"},
     {AnisoTangent, "tangent", "Tangent"},
@@ -24,8 +24,8 @@ constexpr Choice kAnisotropyModes[] = {
     {AnisoDiscsPlanar, "discsPlanar", "Discs Planar"},
 };
 
-// Dialogs show percent of these; of a frequency its reciprocal, of up to 10000.
 constexpr Limits kStretch = {0, 1000, 0.01};
+// Of scratches. Dialogs show percent of the reciprocal; the number itself has no unit.
 constexpr Limits kFrequency = {.minimum = 1e-4, .step = 0.01};
 
 // --- the fields ---
@@ -46,16 +46,16 @@ constexpr auto kDiffuseFields = std::to_array<Field>({
      .help = "Whether the surface shows diffuse light.", .limits = kSwitch,
      .choices = kSwitchChoices},
     {MEMBER(Vector, diffuseColour), .initial = Initially(1.0f, 0.01f, 0.01f), .compared = true,
-     .key = 1053, .label = "Diffuse Colour", .help = "The colour of the surface in white light.",
+     .key = 1053, .label = "Diffuse Color", .help = "The colour of the surface in white light.",
      .unit = Unit::Colour},
     {MEMBER(Float, diffuseStrength), .initial = Initially(1.0f), .compared = true, .key = 1054,
      .label = "Diffuse Strength", .help = "Multiplies the colour.", .limits = kStrength,
      .unit = Unit::Percent},
     {MEMBER(Vector, diffuseTint), .compared = true},
-    {MEMBER(Int, orenNayar), .initial = Initially(0), .compared = true, .key = 1056,
+    {MEMBER(Int, orenNayar), .initial = Initially(IlluminationHost), .compared = true, .key = 1056,
      .describeAs = DescribeInteger, .label = "Illumination",
      .help = "The host's diffuse light, or the flatter one of rough matt surfaces.",
-     .limits = kSwitch, .choices = kDiffuseModels},
+     .limits = kSwitch, .choices = kIlluminations},
     {MEMBER(Float, sigma), .initial = Initially(1.0f), .compared = true, .key = 1057,
      .label = "Roughness", .help = "Roughness of the Oren-Nayar illumination; 0 is smooth.",
      .limits = {0, 2, 0.01}, .unit = Unit::Percent},
@@ -96,10 +96,10 @@ constexpr auto kAnisotropyFields = std::to_array<Field>({
      .limits = {0, 10000, 0.01}, .unit = Unit::Percent},
     {MEMBER(Float, scratchScaleU), .initial = Initially(2.0f), .compared = true, .key = 1070,
      .label = "Scratch Scale U", .help = "How close scratches lie side by side.",
-     .limits = kFrequency, .unit = Unit::Percent},
+     .limits = kFrequency},
     {MEMBER(Float, scratchScaleV), .initial = Initially(0.2f), .compared = true, .key = 1071,
      .label = "Scratch Scale V", .help = "How often scratches end along their length.",
-     .limits = kFrequency, .unit = Unit::Percent},
+     .limits = kFrequency},
     {MEMBER(Float, scratchFade), .initial = Initially(1.0f), .compared = true, .key = 1072,
      .label = "Scratch Fade", .help = "How soon scratches fade with the distance; 0 is never.",
      .limits = kStretch, .unit = Unit::Percent},

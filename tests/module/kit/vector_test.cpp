@@ -19,6 +19,7 @@ TEST(VectorArithmetic, WorksByComponent) {
   EXPECT_THAT(Add(kA, kB), IsVector(1.5, -1, 12));
   EXPECT_THAT(Sub(kA, kB), IsVector(0.5, 5, -4));
   EXPECT_THAT(Scale(0.5f, kA), IsVector(0.5, 1, 2));
+  EXPECT_THAT(Product(kA, kB), IsVector(0.5, -6, 32));
   EXPECT_THAT(OffsetAll(10, kA), IsVector(11, 12, 14));
 }
 
@@ -62,6 +63,18 @@ TEST(Cross, IsPerpendicularToBoth) {
     ASSERT_NEAR(Dot(a, c), 0, 3 * 0x1p-23);
     ASSERT_NEAR(Dot(b, c), 0, 3 * 0x1p-23);
   }
+}
+
+TEST(WithoutNegatives, RaisesThemToZeroAndLeavesTheRest) {
+  EXPECT_THAT(WithoutNegatives({-0.5f, 0, 7}), IsVector(0, 0, 7));
+  EXPECT_TRUE(std::isnan(WithoutNegatives({NAN, -1, 2}).x));
+}
+
+// 3e38 three times is beyond the largest float.
+TEST(SumOfMagnitudes, CountsEveryComponentWhateverItsSign) {
+  EXPECT_EQ(SumOfMagnitudes({1, -2, 4}), 7);
+  EXPECT_EQ(SumOfMagnitudes({0, 0, -0.25f}), 0.25);
+  EXPECT_NEAR(SumOfMagnitudes({3e38f, -3e38f, 3e38f}), 9e38, 1e33);
 }
 
 TEST(Length, IsEuclidean) {

@@ -109,6 +109,23 @@ TEST_F(LumasAnisotropyTest, LayersThatAreNotBrushedTakeTheHostsHighlight) {
   EXPECT_EQ(host[0].exponent, 40);
 }
 
+// Widths across of 1 x 0.5 and 1 x 1, H.y^2 = 0.1: exp(-2 x 0.1 / 0.25 / 1.9486833) / sqrt 0.8 in
+// red and exp(-2 x 0.1 / 1 / 1.9486833) / sqrt 0.8 in green. Layer 3 is off. Scratches of 2 on
+// layer 2 alone make its width (1 + 2) x 1: exp(-2 x 0.1 / 9 / 1.9486833) / sqrt 0.8.
+TEST_F(LumasAnisotropyTest, EachLayerHasItsOwnWidthTintAndScratches) {
+  AddLight({1, 1, 1}, {0, 0.6f, 0.8f});
+  SpecularLayer& second = block.layers[1];
+  second.active = 1;
+  second.intensity = second.roughness = 1;
+  layer.tint = {1, 0, 0};
+  second.tint = {0, 1, 0};
+  ExpectVector(Output(), {0.7415877f, 1.0089785f, 0}, 2e-6);
+  noise.SetConstant(NoiseOperation::Turbulence, 4);
+  block.scratchActive = 1;
+  block.scratchOnLayer[0] = block.scratchOnLayer[2] = 0;
+  ExpectVector(Output(), {0.7415877f, 1.1053567f, 0}, 2e-6);
+}
+
 // --- when there is none ---
 
 TEST_F(LumasAnisotropyTest, AStretchOfZeroSkipsThePass) {
@@ -159,6 +176,12 @@ TEST_F(LumasAnisotropyTest, LightsFromBehindOrWithoutHighlightOrThatDoNotArriveG
   AddLight({1, 1, 1}, {0, 0, 1});
   lights.lights.back().arrivesShadowed = false;
   EXPECT_EQ(Level(), 0);
+}
+
+TEST_F(LumasAnisotropyTest, ACountBeyondTheLightsIsHarmless) {
+  AddLight({1, 1, 1}, {0.6f, 0, 0.8f});
+  host.render.lightCount = [](const RenderContext*) noexcept { return 5; };
+  EXPECT_NEAR(Level(), 1.0089785, 2e-6);
 }
 
 // --- the view ---
@@ -218,12 +241,14 @@ TEST_F(LumasAnisotropyTest, AStretchOfExactlyZeroIsEndless) {
 }
 
 // s = (1 + 2 + 1) / 1000 x 2 x 100 x 5 = 4: u = 2 / 4 = 0.5, the widths (2.5, 1.5) x 0.5. Across:
-// exp(-2 x 0.1 / 0.5625 / 1.9486833) / sqrt 0.8 = 0.8332185 / 0.8944272 = 0.9315666.
+// exp(-2 x 0.1 / 0.5625 / 1.9486833) / sqrt 0.8 = 0.8332185 / 0.8944272 = 0.9315666. The size is
+// that in the world: the tag, in whose frame it is twice as large, changes nothing.
 TEST_F(LumasAnisotropyTest, ScratchesFadeWithTheSizeOfTheSample) {
   AddLight({1, 1, 1}, {0, 0.6f, 0.8f});
   noise.SetConstant(NoiseOperation::Turbulence, 4);
   block.scratchActive = 1;
   block.scratchFade = 5;
+  tag.matrix2 = {{0, 0, 0}, {0, 2, 0}, {2, 0, 0}, {0, 0, 2}};
   render.viewPoint = {0.001f, -0.002f, 0.001f};
   EXPECT_NEAR(Level(), 0.9315666, 2e-6);
 }
@@ -257,6 +282,36 @@ TEST_F(LumasAnisotropyTest, DiscsThatAreTooSmallTurnRound) {
   const float round = Level();
   lights.lights[0].direction = {0, 0.6f, 0.8f};
   EXPECT_NEAR(Level(), round, 1e-6);
+}
+
+// In the frame of the tag the view is at (0, 4000, 0) and the hit at (0.5, 1, 0), and thus the disc
+// is read at (0.25, 0.5) as above: g = 0.5 / (0.04 x 2 x 25) = 0.25, a stretch of 1.25, and
+// exp(-2 x 0.1 / 0.390625 / 1.9486833) / sqrt 0.8 = 0.7689413 / 0.8944272 = 0.8597018.
+TEST_F(LumasAnisotropyTest, DiscsAreTooSmallByTheirSizeInTheFrameOfTheTag) {
+  AddLight({1, 1, 1}, {0.6f, 0, 0.8f});
+  tag.matrix1 = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+  tag.matrix2 = {{0, 0, 0}, {2, 0, 0}, {0, 2, 0}, {0, 0, 2}};
+  block.anisotropyMode = AnisoDiscsSurface;
+  block.anisotropyScale = 2;
+  render.hitPoint = {0.25f, 0.5f, 0};
+  render.viewPoint = {0, 2000, 0};
+  EXPECT_NEAR(Level(), 0.8597018, 2e-6);
+}
+
+// Neither stretch is 1, so that a change of either would show.
+TEST_F(LumasAnisotropyTest, OnlyDiscsOnTheSurfaceTurnRound) {
+  AddLight({1, 1, 1}, {0.6f, 0, 0.8f});
+  tag.matrix1 = tag.matrix2 = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+  block.anisotropyX = 2;
+  block.anisotropyY = 3;
+  render.hitPoint = {0.25f, 0.5f, 1};
+  for (std::int32_t mode = 0; mode <= 6; ++mode) {
+    block.anisotropyMode = mode;
+    render.viewPoint = {};
+    const float near = Level();
+    render.viewPoint = {0, 4000, 0};
+    EXPECT_EQ(Level() != near, mode == AnisoDiscsSurface) << mode;
+  }
 }
 
 }  // namespace

@@ -117,6 +117,15 @@ TEST_F(LumasTest, ANestedLumasKeepsTheMatricesOfItsSlot) {
   ExpectExactly(Slot().head.texInverse.off, {4, 5, 6});
 }
 
+TEST_F(LumasTest, TheSlotIsThatOfTheCallingCpu) {
+  BeginRender(2);
+  FakeHost::cpuIndex = 1;
+  Output();
+  ExpectExactly(Slot(1).surfaceNormal, {0, 0, 1});
+  const LumasSlot untouched = {};
+  EXPECT_EQ(std::memcmp(&Slot(0), &untouched, sizeof untouched), 0);
+}
+
 // --- highlights from the host ---
 
 // Each call adds to the same diffuse sum, and to a highlight of its own.
@@ -325,6 +334,22 @@ TEST_F(LumasRoughTest, OnTheBackTheNormalIsTurnedToTheEye) {
   ExpectExactly(lights.CallsOf("lightSample")[0].normal, {-0.0f, -0.0f, -1});
 }
 
+// The window 0.25 to 0.75 makes a cosine of 0.5625 first 0.625, in the term, and then 0.75, in the
+// sum.
+TEST_F(LumasRoughTest, TheContrastSteepensTheCosineAndThenTheSum) {
+  AddLight({1, 1, 1}, {0.8267974f, 0, 0.5625f});
+  block.diffuseContrast = 0.5f;
+  block.diffuseLow = 0.25f;
+  block.diffuseHigh = 0.75f;
+  ExpectVector(Output(), {0.75f, 0.75f, 0.75f});
+}
+
+TEST_F(LumasRoughTest, ACountBeyondTheLightsIsHarmless) {
+  AddLight({1, 1, 1}, {0.6f, 0, 0.8f});
+  host.render.lightCount = [](const RenderContext*) noexcept { return 5; };
+  ExpectVector(Output(), {0.8f, 0.8f, 0.8f});
+}
+
 TEST_F(LumasRoughTest, LightsThatDoNotArriveAddNothing) {
   AddLight({1, 1, 1}, {0, 0, 1});
   lights.lights[0].arrivesShadowed = false;
@@ -427,6 +452,7 @@ TEST_F(NestedLumasTest, InsideAFilterTheLitColourIsTheSame) {
 
 // --- threads, and blocks that no dialog makes ---
 
+// Every sample has a normal and a size of its own, so that two CPUs that shared a slot would show.
 TEST_F(LumasTest, EightThreadsGiveTheSameBytesAsOne) {
   constexpr std::size_t kSamples = 4096;
   AddLight({1, 0.5f, 0.25f}, {0.6f, 0, 0.8f});
@@ -442,7 +468,11 @@ TEST_F(LumasTest, EightThreadsGiveTheSameBytesAsOne) {
     ChannelSample mine = sample;
     mine.render = &own;
     for (std::size_t i = begin; i < end; ++i) {
+      const auto n = static_cast<float>(i);
+      const float lean = 0.0002f * n;
       own.hitPoint = {static_cast<float>(i % 64) * 0.1f, static_cast<float>(i / 64) * 0.1f, 1};
+      own.bumpNormal = {std::sin(lean), 0, std::cos(lean)};
+      own.viewPoint = {0, n, 0};
       shader.record.Output(&picture[i], &shader.instance, &mine);
     }
   };
@@ -459,9 +489,27 @@ TEST_F(LumasTest, EightThreadsGiveTheSameBytesAsOne) {
   EXPECT_EQ(std::memcmp(one.data(), eight.data(), kSamples * sizeof(Vector)), 0);
 }
 
+struct WildLumasTest : LumasTest {
+  // With the layers brushed, whatever the numbers: each mode runs, and so does the Oren-Nayar term.
+  void BrushInEveryWay() {
+    block.orenNayar = 1;
+    for (SpecularLayer& layer : block.layers) layer.useAnisotropy = 1;
+    for (const Vector& hit : {Vector{}, Vector{1e30f, -1e30f, NAN}}) {
+      render.hitPoint = hit;
+      for (std::int32_t mode = 0; mode <= 6; ++mode) {
+        block.anisotropyMode = mode;
+        Output();
+        const bool brushed = block.anisotropyX != 0 && block.anisotropyY != 0;
+        EXPECT_EQ(lights.CallsOf("lightSample").size(), brushed ? 2u : 1u);
+      }
+    }
+    render.hitPoint = {};
+  }
+};
+
 // Every exchanged number at its wildest, with everything switched on: whatever comes out, nothing
 // breaks, and nothing that sanitizers find.
-TEST_F(LumasTest, WildBlocksDoNoHarm) {
+TEST_F(WildLumasTest, WildBlocksDoNoHarm) {
   AddLight({1, 1, 1}, {0.6f, 0, 0.8f});
   BeginRender();
   FakeContainer keys;
@@ -485,6 +533,7 @@ TEST_F(LumasTest, WildBlocksDoNoHarm) {
       }
       Output();
       EXPECT_FALSE(lights.calls.empty());
+      BrushInEveryWay();
     }
   }
 }

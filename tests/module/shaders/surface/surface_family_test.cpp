@@ -6,6 +6,7 @@
 #include <ostream>
 #include <thread>
 
+#include "tests/support/fake_scene.h"
 #include "tests/support/filter_fixture.h"
 #include "tests/support/recording_lights.h"
 #include "tests/support/recording_projection.h"
@@ -19,12 +20,11 @@ struct SurfaceKind {
   friend void PrintTo(const SurfaceKind& kind, std::ostream* stream) { *stream << kind.name; }
 };
 
-const SurfaceKind kSurfaces[] = {{"Fresnel", PluginIdFresnel},
-                                 {"Falloff", PluginIdFalloff},
-                                 {"Banj", PluginIdBanj},
-                                 {"Projector", PluginIdProjector}};
+const SurfaceKind kSurfaces[] = {{"Fresnel", PluginIdFresnel}, {"Falloff", PluginIdFalloff},
+                                 {"Banj", PluginIdBanj},       {"Projector", PluginIdProjector},
+                                 {"Lumas", PluginIdLumas},     {"Proximal", PluginIdProximal}};
 
-// A slanted surface under two lights, with a tag and an object.
+// A slanted surface under two lights, with a tag and an object, and next to a lamp.
 struct Surface {
   RayRecord ray = {{0, 0, 10}, {0.36, 0.48, -0.8}};
   TextureTag tag = {};
@@ -53,7 +53,9 @@ struct SurfaceFamilyTest : ::testing::TestWithParam<SurfaceKind> {
   FakeHost& host = started.host;
   RecordingLights lights{host};
   RecordingProjection projection{host};
+  FakeScene scene;
   const int blocksAtFirst = host.liveBlocks();
+  const int textsAtFirst = host.liveTexts();
   ShaderUnderTest shader{started, GetParam().pluginId};
   const ShaderRecord& record = shader.record;
   ShaderInstance& instance = shader.instance;
@@ -66,18 +68,25 @@ struct SurfaceFamilyTest : ::testing::TestWithParam<SurfaceKind> {
     lights.lights[1].direction = {0.6f, 0, -0.8f};
     lights.lights[1].colour = lights.lights[1].shadowedColour = {0.25f, 0.25f, 0.25f};
     lights.lights[1].record.contrast = 0.5f;
-    lights.illuminate = [](const RenderContext& at, Vector& diffuse, Vector&, float) {
+    lights.illuminate = [](const RenderContext& at, Vector& diffuse, Vector& specular, float) {
       diffuse = {std::fabs(at.bumpNormal.x), 0.5f, std::fabs(at.bumpNormal.z)};
+      specular = {0.5f, 0.25f, 0.125f};
     };
     projection.project = [](const TextureTag&, const Vector& point) {
       return Vector{point.x * 0.01f, point.y * 0.01f, point.z * 0.01f};
     };
+    scene.Add("Lamp");
+    if (GetParam().pluginId == PluginIdProximal) {
+      FakeContainer nearness;
+      nearness.Set(1002, std::string("Lamp"));
+      shader.Message(MessageSetParameters, nearness);
+    }
   }
   ~SurfaceFamilyTest() override { FakeHost::cpuIndex = 0; }
 
   void InitRender(RenderContext& render, std::int32_t cpus) {
     host.cpuCount = cpus;
-    const RenderInit init = {&render, nullptr};
+    const RenderInit init = {&render, scene.handle()};
     if (record.InitRender != nullptr) record.InitRender(&instance, &init);
   }
   void FreeRender() {
@@ -120,6 +129,7 @@ TEST_P(SurfaceFamilyTest, FreeReleasesEverythingAlsoTwice) {
   EXPECT_EQ(instance.data, nullptr);
   EXPECT_EQ(host.liveBlocks(), blocksAtFirst);
   EXPECT_EQ(host.liveLinks, 0);
+  EXPECT_EQ(host.liveTexts(), textsAtFirst);
   record.Free(&instance);
 }
 
@@ -178,9 +188,11 @@ TEST_P(SurfaceFamilyTest, GetThenSetTakesEveryParameterOver) {
 TEST_P(SurfaceFamilyTest, AFailingAllocationLeavesNothingBehind) {
   ShaderUnderTest other(started, GetParam().pluginId);
   Surface surface;
-  const RenderInit init = {&surface.render, nullptr};
+  const RenderInit init = {&surface.render, scene.handle()};
+  record.Copy(&instance, &other.instance);  // a copy made again replaces what this one made
   const int blocks = host.liveBlocks();
   const int links = host.liveLinks;
+  const int texts = host.liveTexts();
   for (int k = 1; k <= 6; ++k) {
     ShaderInstance bare = {};
     host.failAllocation = k;
@@ -196,6 +208,7 @@ TEST_P(SurfaceFamilyTest, AFailingAllocationLeavesNothingBehind) {
     FreeRender();
     EXPECT_EQ(host.liveBlocks(), blocks) << k;
     EXPECT_EQ(host.liveLinks, links) << k;
+    EXPECT_EQ(host.liveTexts(), texts) << k;
     EXPECT_EQ(host.liveContainers, 0);
   }
 }

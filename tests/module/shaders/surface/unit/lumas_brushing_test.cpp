@@ -51,7 +51,10 @@ struct BrushingTest : ::testing::Test {
   void ExpectNoiseAt(const Vector& point, float time) {
     const auto calls = noise.callsOf(NoiseOperation::Turbulence);
     ASSERT_EQ(calls.size(), 1u);
-    ExpectVector(calls[0].point, point, 1e-5 * (1 + std::fabs(point.y)));
+    const Vector& actual = calls[0].point;
+    EXPECT_NEAR(actual.x, point.x, 1e-5 * (1 + std::fabs(point.x)));
+    EXPECT_NEAR(actual.y, point.y, 1e-5 * (1 + std::fabs(point.y)));
+    EXPECT_NEAR(actual.z, point.z, 1e-5 * (1 + std::fabs(point.z)));
     EXPECT_NEAR(calls[0].time, time, 1e-6 * (1 + std::fabs(time)));
     EXPECT_EQ(calls[0].octaves, 3);
     EXPECT_EQ(calls[0].absolute, 0);
@@ -180,6 +183,55 @@ TEST_F(BrushingTest, DiscsPlanarLieInThePlaneOfTheTagAndTurnTwice) {
 }
 
 // --- all modes ---
+
+// A filter may leave matrices in the slot that are not those of the render's tag. Here all four
+// differ, and none is the inverse of another:
+//   slot, into its frame:  moved by (0, 3.5, 4)   slot, out of it:  (x, y, z) -> (x, z, -y)
+//   tag, into its frame:   (x, y, z) -> (y, z, x)  tag, out of it:  (x, y, z) -> (-y, x, z)
+// The hit (3, 0.5, 1) is (3, 4, 5) in the frame of the slot, the normal (1, 0, 0) is (0, 0, 1) in
+// that of the tag, and the hit over the size of 2 is (0.25, 0.5, 1.5) there.
+struct FourMatricesTest : BrushingTest {
+  FourMatricesTest() {
+    slot.head.texInverse = {{0, 3.5f, 4}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+    slot.head.texMatrix = {{0, 0, 0}, {1, 0, 0}, {0, 0, -1}, {0, 1, 0}};
+    tag.matrix2 = {{0, 0, 0}, {0, 0, 1}, {1, 0, 0}, {0, 1, 0}};
+    tag.matrix1 = kTurn;
+    render.hitPoint = {3, 0.5f, 1};
+    slot.surfaceNormal = {1, 0, 0};
+  }
+};
+
+TEST_F(FourMatricesTest, EachModeTakesTheMatricesOfSlotAndTagThatAreItsOwn) {
+  const struct {
+    std::int32_t mode;
+    Vector direction, noisePoint;
+    float noiseTime;
+  } expected[] = {
+      // The tag's second axis. 3 x 0.25 x 0.001 x 500; 4 x 2 x 500; 5 x 500.
+      {AnisoTagAxis, {-1, 0, 0}, {0.375f, 4000, 2500}, 0},
+      // (0,1,0) x (0,0,1) = (1,0,0), turned by the tag. The point along tangent, normal and across
+      // is
+      // (3, 5, 4): 3 x 0.25 x 0.05 x 500; 5 x 500; 4 x 2 x 500.
+      {AnisoTangent, {0, 1, 0}, {18.75f, 2500, 4000}, 0},
+      // (0,1,0) x (3,4,5) = (5,0,-3), and (0,0,1) x (5,0,-3) = (0,5,0), turned by the slot.
+      // (3,4,5) x 5 x 2 x 0.25; sqrt 50 x 2 x 50.
+      {AnisoAroundAxis, {0, 0, -1}, {7.5f, 10, 12.5f}, 707.10678f},
+      // (3,4,0), turned by the tag. (3,4,5) x 2 x 0.25 x 100 x 0.01; 5 x 2 x 100.
+      {AnisoRadialSurface, {-0.8f, 0.6f, 0}, {1.5f, 2, 2.5f}, 1000},
+      // The tangent is (1,0,0) x (0,0,1) = (0,-1,0), across is (1,0,0): the lattice at
+      // (-0.5, 0.25, 1.5), as in DiscsSurfaceLieOnTheSurface: (-0.25,0,0), turned by the tag.
+      {AnisoDiscsSurface, {0, -1, 0}, {-0.3125f, 0.15625f, 0.9375f}, -25},
+      // As RadialSurface, for the normal runs along z.
+      {AnisoRadialPlanar, {-0.8f, 0.6f, 0}, {1.5f, 2, 2.5f}, 1000},
+      // The lattice at (0.25, 0.5, 1.5): (-0.25,0,0), turned twice by the tag.
+      {AnisoDiscsPlanar, {1, 0, 0}, {0.15625f, 0.3125f, 0.9375f}, 0},
+  };
+  for (const auto& [mode, direction, noisePoint, noiseTime] : expected) {
+    SCOPED_TRACE(mode);
+    ExpectVector(Brush(mode).direction, direction);
+    ExpectNoiseAt(noisePoint, noiseTime);
+  }
+}
 
 TEST_F(BrushingTest, ScratchesAreTheAmplitudeTimesTheNoise) {
   StandAt({3, 4, 5}, {0.6f, 0, 0.8f});
