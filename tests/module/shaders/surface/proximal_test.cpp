@@ -43,7 +43,10 @@ struct ProximalTest : ::testing::Test {
     ASSERT_EQ(InitRender(cpus), 0);
     sample.render = &render;
   }
-  FootprintBlock& Slot() { return *static_cast<FootprintBlock*>(shader.instance.slots); }
+  FootprintBlock& Slot(std::int32_t cpu = 0) {
+    char* first = static_cast<char*>(shader.instance.slots);
+    return *reinterpret_cast<FootprintBlock*>(first + cpu * SlotStrideNoise);
+  }
   float ValueAt(float x, float y = 0, float z = 0) {
     render.hitPoint = {x, y, z};
     const Vector colour = shader.Output(sample);
@@ -191,6 +194,16 @@ TEST_F(ProximalTest, WithoutSlotsARenderShowsThePreview) {
   EXPECT_EQ(ValueAt(1000), 0.5f);
 }
 
+// The lamp would show 0 there.
+TEST_F(ProximalTest, SlotsWithoutARenderShowThePreview) {
+  AddLampAt(0);
+  BeginRender();
+  ASSERT_NE(shader.instance.slots, nullptr);
+  sample.render = nullptr;
+  sample.uvw = {0.75f, 0.5f, 0};
+  EXPECT_EQ(ValueAt(1000), 0.5f);
+}
+
 // --- bump ---
 
 // At (50, 0, 0) the value falls by 0.01 a unit: a - b = (0.5025 - 0.4975) = 0.005, times 7.4 is
@@ -203,6 +216,17 @@ TEST_F(ProximalTest, TheBumpLeansAwayFromThePoint) {
   const float length = std::sqrt(1 + 0.037f * 0.037f);
   ExpectVector(render.bumpNormal, {0.037f / length, 0, 1 / length}, 1e-5);
   ExpectExactly(render.bumpTint, {1, 1, 1});
+}
+
+// Four times as strong the values are 4 x 0.5025 and 4 x 0.4975: 7.4 x 0.02 = 0.148.
+TEST_F(ProximalTest, TheBumpSeesValuesBeyondOne) {
+  AddLampAt(0);
+  block.strength = 4;
+  shader.instance.channel = ChannelBump;
+  BeginRender();
+  ValueAt(50);
+  const float length = std::sqrt(1 + 0.148f * 0.148f);
+  ExpectVector(render.bumpNormal, {0.148f / length, 0, 1 / length}, 1e-5);
 }
 
 // Tangents twice as long step twice as far, 0.01 x 0.5 x 2, and bend twice as much: along V,
@@ -239,6 +263,17 @@ TEST_F(NestedProximalTest, AStandaloneChannelCountsAsNotNested) {
   Slot().pointOffset = {20, 0, 0};
   Slot().tap = TapPlusU;
   Slot().outerChannel = ChannelStandalone;
+  EXPECT_EQ(ValueAt(30), 0.7f);
+}
+
+TEST_F(NestedProximalTest, EachCpuHasASlotOfItsOwn) {
+  BeginRender(2);
+  FakeHost::cpuIndex = 1;
+  Slot(1).pointOffset = {20, 0, 0};
+  Slot(0).outerChannel = ChannelStandalone;
+  EXPECT_EQ(ValueAt(30), 0.5f);
+  Slot(0).outerChannel = 0;
+  Slot(1).outerChannel = ChannelStandalone;
   EXPECT_EQ(ValueAt(30), 0.7f);
 }
 
@@ -341,6 +376,24 @@ TEST_F(ProximalTest, EveryFailedAllocationLeaksNothingAndAnswersAsTold) {
   EXPECT_EQ(host.failAllocation, 1) << "eight allocations, and no more";
   host.failAllocation = 0;
   EXPECT_TRUE(host.messages.empty());
+}
+
+// --- what Output costs, and threads ---
+
+TEST_F(NestedProximalTest, OutputAsksTheHostForNothingButTheCpuOnce) {
+  static int asked;
+  host.render.cpuIndex = [](const RenderContext*) noexcept {
+    ++asked;
+    return std::int32_t{0};
+  };
+  const std::size_t calls = host.calls.size();
+  for (const std::int32_t channel : {ChannelColour, ChannelBump}) {
+    shader.instance.channel = channel;
+    asked = 0;
+    ValueAt(30);
+    EXPECT_EQ(asked, 1);
+  }
+  EXPECT_EQ(host.calls.size(), calls);
 }
 
 TEST_F(ProximalTest, EveryCpuSeesTheSamePoints) {
