@@ -105,6 +105,8 @@ TEST_F(ProjectorTest, WithoutAnInputNothingIsWritten) {
 // --- what is projected ---
 
 TEST_F(ProjectorTest, WithoutATagTheWorldPointsAreProjected) {
+  const UvwRecord polygon = {};
+  render.uvwRecord = &polygon;
   BeginRender();
   block.uvwIndex = 3;
   Output();
@@ -121,6 +123,10 @@ TEST_F(ProjectorTest, WithoutATagTheWorldPointsAreProjected) {
   ExpectVector(projection.projections[1].point, {200, 200, 300}, 1e-4);
   ExpectVector(projection.projections[2].point, {100, 400, 300}, 1e-4);
   ExpectVector(projection.projections[3].point, {100, 200, 400}, 1e-4);
+  for (const TextureProjection& asked : projection.projections) {
+    EXPECT_EQ(asked.uvwRecord, &polygon) << "of any projection";
+    EXPECT_EQ(asked.render, &render);
+  }
 }
 
 // The tag's second matrix halves and moves by (1, 0, 0): the local hit (4, 5, 6) goes to (3, 2.5,
@@ -322,6 +328,17 @@ TEST_F(ProjectorTest, APlainInputGetsTheProjectedCoordinateAndDelta) {
   EXPECT_EQ(read.blurScale, 3);
 }
 
+TEST_F(ProjectorTest, ABitmapIsReadAsAnyPlainInput) {
+  input.content = {};
+  input.content.colour = kInputColour;
+  input.HoldBitmap(50, 25);
+  BeginRender();
+  ExpectExactly(Output(), kInputColour);
+  ExpectVector(Read().uvw, {100, 200, 300}, 1e-4);
+  ExpectVector(Read().delta, {50, 100, 50}, 1e-4);
+  EXPECT_EQ(Read().tagFlag, 1);
+}
+
 TEST_F(ProjectorTest, APlainReadLeavesFlagsAndDeltaInTheSample) {
   BeginRender();
   Output();
@@ -439,10 +456,14 @@ TEST_F(ProjectorBumpTest, ThePlacesOfAPlainInputAreThese) {
   ExpectExactly(sample.delta, {0, 0, 0});
 }
 
-TEST_F(ProjectorBumpTest, AShaderIsReadAHundredthAway) {
-  BeginRender();
-  Output();
-  ExpectVector(host.reads.at(2).uvw, {0.51f, 0.26f, 0});
+TEST_F(ProjectorBumpTest, AShaderAndAnEmptyLinkAreReadAHundredthAway) {
+  for (const bool empty : {false, true}) {
+    host.reads.clear();
+    if (empty) input.content = {};
+    BeginRender();
+    Output();
+    ExpectVector(host.reads.at(2).uvw, {0.51f, 0.26f, 0});
+  }
 }
 
 // Greys of 0.5 and 0.25 at the first two places, 0.75 and 0.125 at the others: the normal (0, 0, 1)
@@ -644,7 +665,26 @@ TEST_F(ProjectorTest, EveryFailingAllocationIsAnsweredAndLeavesNothing) {
   EXPECT_EQ(InitRender(3), 0) << "there is no third";
 }
 
-// --- threads ---
+// --- what Output costs, and threads ---
+
+TEST_F(ProjectorTest, OutputAsksForTheCpuOnceAndForNoMemory) {
+  static int asked;
+  host.render.cpuIndex = [](const RenderContext*) noexcept {
+    ++asked;
+    return std::int32_t{0};
+  };
+  for (const bool aware : {false, true}) {
+    if (aware) MakeInputAware();
+    for (const std::int32_t channel : {ChannelColour, ChannelBump}) {
+      instance.channel = channel;
+      BeginRender();
+      asked = 0;
+      Output();
+      EXPECT_EQ(asked, 1);
+      EXPECT_TRUE(host.calls.empty()) << host.calls.front();
+    }
+  }
+}
 
 TEST_F(ProjectorTest, SeveralThreadsSeeWhatOneSees) {
   constexpr int kThreads = 4, kSamples = 200;
