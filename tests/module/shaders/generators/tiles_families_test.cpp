@@ -2,6 +2,9 @@
 //
 // The derivations give the point in the pattern's own units (x, y): u and v times the scales of the
 // first comment of each group. The height is 0 in the middle of the grout and 1 inside a tile.
+#include <set>
+#include <vector>
+
 #include "tests/support/tiles_fixture.h"
 
 namespace sorvanix::test {
@@ -241,6 +244,16 @@ TEST_F(TilesFamiliesTest, Rings) {
                {18, 0.2, 0.5, 1, 3}});
 }
 
+// Twice as wide, a texture tile is 0.5 of the plane: x = 0.35 is 0.1 from its middle, 0.25, so that
+// c = 1. A tile as wide as high would have its middle at 0.5, 0.15 away.
+TEST_F(TilesFamiliesTest, AnAxisScaleAlsoScalesTheTextureTileOfRings) {
+  block.scaleU = 2;
+  ExpectTiles({{17, 0.7, 0.5, 1, 1}, {17, 1.7, 0.5, 1, 1}});
+  block.scaleU = 1;
+  block.scaleV = 2;
+  ExpectTiles({{17, 0.5, 0.7, 1, 1}});
+}
+
 // c = 10 x (angle / 10 pi + distance). The angle is 0 on the left, pi / 2 below, pi on the right,
 // 3 pi / 2 above, where v is greater.
 TEST_F(TilesFamiliesTest, Spiral) {
@@ -252,6 +265,12 @@ TEST_F(TilesFamiliesTest, Spiral) {
       {23, 0.4, 0.4, 0.3284271, 2},  // 10 x (0.025 + 0.14142136) = 1.6642136, tile 1
       {23, 0.6, 0.4, 0.6715729, 2}   // 10 x (0.075 + 0.14142136) = 2.1642136, tile 1
   });
+}
+
+// With two arms: 10 x (2 pi / 10 pi + 0.1) = 3, tile 2. One arm would be on tile 1.
+TEST_F(TilesFamiliesTest, ArmsMultiplyTheTurnsOfASpiral) {
+  block.arms = 2;
+  ExpectTiles({{23, 0.6, 0.5, 1, 1}});
 }
 
 // As before with 3 / 20 pi.
@@ -272,6 +291,12 @@ TEST_F(TilesFamiliesTest, Wedges) {
       {25, 0.3, 0.499, 0.9840845, 2},  // 0.0049999583: c = 0.0079577; the last tile, 9
       {25, 0.3, 0.501, 0.9840845, 2}   // as much before 2 pi: tile 9
   });
+}
+
+// With two arms twice as many, c = 10 x 2 x 2.0344439 / 2 pi = 6.4758368: tile 5.
+TEST_F(TilesFamiliesTest, ArmsMultiplyTheWedges) {
+  block.arms = 2;
+  ExpectTiles({{25, 0.55, 0.4, 0.0483264, 2}});
 }
 
 // c = 9 x angle / 2 pi.
@@ -296,6 +321,19 @@ TEST_F(TilesFamiliesTest, Weave) {
       {27, 0.02, 0.02, 0, 2},   // (0.1, 0.1): an open corner
       {27, 0.3, 0.3, 1, 1}      // (1.5, 1.5)
   });
+}
+
+// Twice as wide: x is half of what it was, and the slopes along it are a twelfth of a cell.
+TEST_F(TilesFamiliesTest, SlopesOfStretchedStripsKeepTheirWidth) {
+  block.scaleU = 2;
+  ExpectTiles({
+      {3, 0.02, 0.1, 0.6, 1},   // (0.05, 0.5), strip 1 along y: 0.05 x 12
+      {27, 0.48, 0.1, 0.4, 2},  // (1.2, 0.5): (0.2 - 1/6) x 12
+      {27, 0.44, 0.1, 0.8, 1}   // (1.1, 0.5), where the strip along x dives: (1/6 - 0.1) x 12
+  });
+  block.scaleU = 1;
+  block.scaleV = 2;
+  ExpectTiles({{3, 0.1, 0.02, 0.6, 2}});  // (0.5, 0.05), strip 2: its end 0.05 x 12
 }
 
 // --- the cells, by their random colours ---
@@ -366,6 +404,47 @@ TEST_F(TilesCellsTest, AStripOfTheWeaveIsOneTileAlsoInItsNeighboursCells) {
   EXPECT_EQ(PlaceAt(27, 0.22, 0.1), place);
   EXPECT_NE(PlaceAt(27, 0.38, 0.1), place);
   EXPECT_NE(PlaceAt(27, 0.1, 0.02), place);
+}
+
+// Band 0, ring 0, and the grid's cell (0, 13): its row 13 is odd, so that x = -0.5 is moved to 0.5.
+TEST_F(TilesCellsTest, ABandAndARingAreNamedByTheirNumberAndThirteenMore) {
+  const double place = PlaceAt(0, -0.05, 1.35);
+  EXPECT_EQ(PlaceAt(15, 0.05, 0), place);
+  EXPECT_EQ(PlaceAt(17, 0.6, 0.5), place);
+}
+
+TEST_F(TilesCellsTest, CracksHaveColoursOfTheirOwnAlsoWithoutRandomColours) {
+  block.groutWidth = 0;
+  std::set<double> places;
+  for (int i = 0; i < 100; ++i) {
+    const double u = 0.137 * i, v = 0.37;
+    places.insert(PlaceAt(kCracks, u, v));
+    const Vector random = ColourAt(u, v);
+    block.randomColor = 0;
+    ExpectExactly(ColourAt(u, v), random);
+  }
+  EXPECT_GT(places.size(), 50u) << "not the three alone";
+}
+
+// Along a line through forty cells of points, in steps of 0.001 of a cell: heights begin at 0 on a
+// border and rise by 2 a cell. Where three tiles meet they may break off.
+TEST_F(TilesCellsTest, TheColourOfCracksChangesOnTheirBordersAlone) {
+  constexpr double kStep = 1e-4, kV = 0.37;
+  block.groutWidth = 0;
+  std::vector<double> changes;
+  double last = PlaceAt(kCracks, 0, kV);
+  for (int i = 1; i < 40000; ++i) {
+    const double place = PlaceAt(kCracks, i * kStep, kV);
+    if (place != last) changes.push_back(i * kStep);
+    last = place;
+  }
+  EXPECT_GT(changes.size(), 30u);
+  ShowHeights(kCracks);
+  int inside = 0;
+  for (const double u : changes) {
+    inside += HeightAt(u, kV) > 0.01 || HeightAt(u - kStep, kV) > 0.01 ? 1 : 0;
+  }
+  EXPECT_LE(inside, 2);
 }
 
 // Both sides of the seam at angle 0, on the left; also where the last wedge is cut short.
