@@ -18,10 +18,10 @@ void SetUp(RenderContext*, const Vector points[4], std::int32_t uvwIndex) noexce
   Current().setUps.push_back({{points[0], points[1], points[2], points[3]}, uvwIndex});
 }
 
-std::int32_t Project(const TextureTag* tag, const RenderContext*, const Vector* point,
+std::int32_t Project(const TextureTag* tag, const RenderContext* render, const Vector* point,
                      const UvwRecord* uvwRecord, Vector* uvw) noexcept {
   const RecordingProjection& projection = Current();
-  if (projection.record) Current().projections.push_back({tag, *tag, *point, uvwRecord});
+  if (projection.record) Current().projections.push_back({tag, *tag, *point, uvwRecord, render});
   if (!projection.hasCoordinates) return 0;
   *uvw = projection.project ? projection.project(*tag, *point) : *point;
   return 1;

@@ -22,6 +22,7 @@ struct TextureProjection {
   TextureTag tag;
   Vector point;
   const UvwRecord* uvwRecord;
+  const RenderContext* render;
 };
 
 /// Installs itself in a host; one at a time.

@@ -4,6 +4,7 @@
 #include "module/kit/vector.h"
 #include "module/shaders/generators/tiles_catalogue.h"
 #include "module/shaders/generators/tiles_pattern.h"
+#include "module/shaders/generators/tilt_normal.h"
 #include "module/shell/table_callbacks.h"
 
 namespace sorvanix {
@@ -161,11 +162,8 @@ void BendNormal(const TilesBlock& block, const ChannelSample& sample, const Vect
     const Vector colour = TilePattern(block, sample, Add(point, {dx, dy, 0}));
     return (double{colour.x} + colour.y + colour.z) * kThird;
   };
-  const float du = static_cast<float>((valueAt(-step, 0) - valueAt(step, 0)) * kSlope);
-  const float dv = static_cast<float>((valueAt(0, step) - valueAt(0, -step)) * kSlope);
-  RenderContext& render = *sample.render;
-  render.bumpNormal = Normalized(
-      Add(Add(render.bumpNormal, Scale(render.tangentU, du)), Scale(render.tangentV, dv)));
+  TiltNormal(*sample.render, (valueAt(-step, 0) - valueAt(step, 0)) * kSlope,
+             (valueAt(0, step) - valueAt(0, -step)) * kSlope);
 }
 
 Vector Moved(const Vector& point, std::int32_t tap, float step) noexcept {

@@ -29,7 +29,8 @@ struct TilePatternRow {
   bool drifts = true;  ///< blurred grout takes on the mean colour of the whole
 };
 
-/// The pattern with this number. A number off the table gives one that is all grout.
+/// The pattern with this number. A number off the table gives one that is all grout or, without a
+/// bevel, all one tile.
 const TilePatternRow& TilePatternOf(std::int32_t number) noexcept;
 
 /// The patterns by number, as materials, dialogs and the manual show them.

@@ -7,6 +7,7 @@
 #include "module/kit/vector.h"
 #include "module/shaders/filters/filter_fields.h"
 #include "module/shaders/filters/input_stage.h"
+#include "module/shaders/generators/tilt_normal.h"
 #include "module/shaders/surface/projector_tags.h"
 #include "module/shell/host_core.h"
 
@@ -53,7 +54,7 @@ constexpr Field kFields[] = {
      .help = "How a bitmap goes on outside its borders.", .limits = {0, 3, 1}, .choices = kTilings},
     {MEMBER(Int, projection), .initial = Initially(0), .compared = true, .copied = true,
      .key = 1001, .describeAs = DescribeInteger, .label = "Projection",
-     .help = "The shape from which the input is thrown onto the surface.", .limits = {0, 7, 1},
+     .help = "The shape from which the input is thrown onto the surface.", .limits = {.step = 1},
      .choices = kProjections},
     {MEMBER(Float, offsetU), .initial = Initially(0.0f), .compared = true, .copied = true,
      .key = 1002, .label = "Offset U", .help = "Where the tile starts, along u.",
@@ -83,7 +84,10 @@ constexpr Field kFields[] = {
     {MEMBER(Float, tilesV), .initial = Initially(1.0f), .compared = true, .copied = true},
     {COMPONENT(position, x, "positionX"), .initial = Initially(0.0f), .compared = true,
      .copied = true, .key = 1008, .label = "Position X",
-     .help = "Where the projection stands, along x, in hundredths of a unit.", .limits = kDistance},
+     .help =
+         "Where the projection stands, along x: 10000 is one unit of the surface's tag; without "
+         "a tag, 100 is one unit.",
+     .limits = kDistance},
     {COMPONENT(position, y, "positionY"), .initial = Initially(0.0f), .compared = true,
      .copied = true, .key = 1009, .label = "Position Y", .help = "The same along y.",
      .limits = kDistance},
@@ -111,7 +115,8 @@ constexpr Field kFields[] = {
     {MEMBER(Int, nested), .initial = Initially(0), .compared = true},
     {MEMBER(Int, uvwIndex), .initial = Initially(1), .compared = true, .copied = true, .key = 1018,
      .describeAs = DescribeInteger, .label = "UVW Set",
-     .help = "Which of the surface's sets of coordinates the projection UVW reads, from 1."},
+     .help = "Which of the surface's sets of coordinates the projection UVW reads, from 1.",
+     .limits = {.step = 1}},
     {MEMBER(Int, dialogWord), .initial = Initially(0), .copied = true},
     {MEMBER(Int, previewChannel), .initial = Initially(-1), .copied = true},
 };
@@ -230,8 +235,8 @@ void FreeRender(ShaderInstance* instance) noexcept {
 
 // --- a sample ---
 
-// What is handed to the input: the footprint as it is, and its coordinates as they are projected.
-// `nested` plays no part: the projection goes by the surface, wherever an enclosing filter reads.
+// The footprint as it is, and its coordinates as they are projected. `nested` plays no part: the
+// projection goes by the surface, wherever an enclosing filter reads.
 FootprintBlock ProjectedFootprint(const ShaderInstance& instance, const Block& block,
                                   const ChannelSample& sample, ProjectorSlot& slot) noexcept {
   constexpr std::int32_t kNotNested = 0;
@@ -243,10 +248,14 @@ FootprintBlock ProjectedFootprint(const ShaderInstance& instance, const Block& b
   const ProjectedPoints projected = ProjectPoints(block, slot, render, head.footprint);
   head.uvwPoint = head.basePoint = projected.uvw[0];
   head.uvwDelta = head.baseDelta = FootprintRadius(projected.uvw, sample);
+  return head;
+}
+
+// The way from the object to the projection and back, which only an aware input asks for.
+void PutPlacement(const Block& block, const RenderContext& render, FootprintBlock& head) noexcept {
   const Matrix& object = render.object != nullptr ? render.object->matrix : kIdentityMatrix;
   head.texMatrix = Multiply(Invert(object), block.projectionMatrix);
   head.texInverse = Multiply(Invert(block.projectionMatrix), object);
-  return head;
 }
 
 double MeanOf(const Vector& colour) noexcept {
@@ -271,10 +280,8 @@ TapColours ReadPlainTaps(ChannelLink* input, const ChannelSample& sample,
 // Unlike filters, the first tap counts upwards in u as the third does in v.
 void BendByTaps(const TapColours& colours, RenderContext& render) noexcept {
   constexpr double kSlope = 3.5;
-  const auto u = static_cast<float>(kSlope * (MeanOf(colours[0]) - MeanOf(colours[1])));
-  const auto v = static_cast<float>(kSlope * (MeanOf(colours[2]) - MeanOf(colours[3])));
-  render.bumpNormal =
-      Normalized(Add(Add(render.bumpNormal, Scale(u, render.tangentU)), Scale(v, render.tangentV)));
+  TiltNormal(render, kSlope * (MeanOf(colours[0]) - MeanOf(colours[1])),
+             kSlope * (MeanOf(colours[2]) - MeanOf(colours[3])));
 }
 
 // Leaves flags and delta of a sample as its plain input reads them: deliberate.
@@ -289,9 +296,11 @@ void Output(Vector* result, ShaderInstance* instance, ChannelSample* sample) noe
   }
   const std::int32_t cpu = hostCpuIndex(render);
   ProjectorSlot& slot = *SlotAt<ProjectorSlot>(instance->slots, cpu);
-  const FootprintBlock head = ProjectedFootprint(*instance, *block, *sample, slot);
+  FootprintBlock head = ProjectedFootprint(*instance, *block, *sample, slot);
   FootprintBlock* innerSlot = slot.input.InnerSlot(0, cpu);
-  if (innerSlot == nullptr) {
+  if (innerSlot != nullptr) {
+    PutPlacement(*block, *render, head);
+  } else {
     sample->texFlags = block->tileFlags;
     sample->delta = head.uvwDelta;
   }

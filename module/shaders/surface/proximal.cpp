@@ -5,6 +5,7 @@
 
 #include "module/kit/remap.h"
 #include "module/kit/vector.h"
+#include "module/shaders/generators/tilt_normal.h"
 #include "module/shaders/surface/proximal_targets.h"
 #include "module/shaders/surface/proximal_weight.h"
 #include "module/shell/slot_address.h"
@@ -64,7 +65,7 @@ constexpr Field kFields[] = {
      .limits = {0, kUnbounded, 0.01}},
     {MEMBER(Int, falloff), .initial = Initially(0), .compared = true, .copied = true, .key = 1006,
      .describeAs = DescribeInteger, .label = "Falloff",
-     .help = "How the weight of a point falls with the distance.", .limits = {0, 7, 1},
+     .help = "How the weight of a point falls with the distance.", .limits = {.step = 1},
      .choices = kFalloffs},
     {MEMBER(Bool, useGeometry), .initial = Initially(0), .compared = true, .copied = true,
      .key = 1007, .describeAs = DescribeInteger, .label = "Use Geometry",
@@ -75,7 +76,7 @@ constexpr Field kFields[] = {
              "corners."},
     {MEMBER(Int, combine), .initial = Initially(4), .compared = true, .copied = true, .key = 1009,
      .describeAs = DescribeInteger, .label = "Combine",
-     .help = "How the weights of several points become one value.", .limits = {0, 4, 1},
+     .help = "How the weights of several points become one value.", .limits = {.step = 1},
      .choices = kCombines},
     {MEMBER(Int, dialogWord), .initial = Initially(0), .copied = true},
     {MEMBER(Int, nested), .initial = Initially(0)},
@@ -196,14 +197,12 @@ constexpr float kBumpStep = 0.25f;  // scene units, for tangents of unit length
 template <class Value>
 void BendNormal(const Value& value, const Vector& p, RenderContext& render) noexcept {
   constexpr double kSlope = 7.4;
-  const auto bend = [&](const Vector& tangent) {
+  const auto slopeAlong = [&](const Vector& tangent) {
     const Vector step = Scale(kBumpStep, tangent);
-    const double slope = value(Sub(p, step)) - value(Add(p, step));
-    return Scale(static_cast<float>(slope * kSlope), tangent);
+    return kSlope * (value(Sub(p, step)) - value(Add(p, step)));
   };
   render.bumpTint = {1, 1, 1};
-  const Vector bentInU = Add(render.bumpNormal, bend(render.tangentU));
-  render.bumpNormal = Normalized(Add(bentInU, bend(render.tangentV)));
+  TiltNormal(render, slopeAlong(render.tangentU), slopeAlong(render.tangentV));
 }
 
 // Where an enclosing filter asks for a neighbour. Against u first, where most shaders step along

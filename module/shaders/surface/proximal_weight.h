@@ -30,7 +30,7 @@ constexpr bool IsProximalFalloff(std::int32_t falloff) noexcept {
   return falloff >= ProximalLinear && falloff <= ProximalSmooth;
 }
 
-/// The weight of a distance, of an object where `low` may also lie above `high`.
+/// The weight of a distance between two limits; `low` may lie above `high`.
 double ProximalWeight(std::int32_t falloff, double distance, double low, double high) noexcept;
 
 /// What becomes of `value` when `weight` joins it. A number that names no rule leaves it.

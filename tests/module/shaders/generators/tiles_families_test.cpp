@@ -241,6 +241,16 @@ TEST_F(TilesFamiliesTest, Rings) {
                {18, 0.2, 0.5, 1, 3}});
 }
 
+// Twice as wide, a texture tile is 0.5 of the plane: x = 0.35 is 0.1 from its middle, 0.25, so that
+// c = 1. A tile as wide as high would have its middle at 0.5, 0.15 away.
+TEST_F(TilesFamiliesTest, AnAxisScaleAlsoScalesTheTextureTileOfRings) {
+  block.scaleU = 2;
+  ExpectTiles({{17, 0.7, 0.5, 1, 1}, {17, 1.7, 0.5, 1, 1}});
+  block.scaleU = 1;
+  block.scaleV = 2;
+  ExpectTiles({{17, 0.5, 0.7, 1, 1}});
+}
+
 // c = 10 x (angle / 10 pi + distance). The angle is 0 on the left, pi / 2 below, pi on the right,
 // 3 pi / 2 above, where v is greater.
 TEST_F(TilesFamiliesTest, Spiral) {
@@ -252,6 +262,12 @@ TEST_F(TilesFamiliesTest, Spiral) {
       {23, 0.4, 0.4, 0.3284271, 2},  // 10 x (0.025 + 0.14142136) = 1.6642136, tile 1
       {23, 0.6, 0.4, 0.6715729, 2}   // 10 x (0.075 + 0.14142136) = 2.1642136, tile 1
   });
+}
+
+// With two arms: 10 x (2 pi / 10 pi + 0.1) = 3, tile 2. One arm would be on tile 1.
+TEST_F(TilesFamiliesTest, ArmsMultiplyTheTurnsOfASpiral) {
+  block.arms = 2;
+  ExpectTiles({{23, 0.6, 0.5, 1, 1}});
 }
 
 // As before with 3 / 20 pi.
@@ -272,6 +288,12 @@ TEST_F(TilesFamiliesTest, Wedges) {
       {25, 0.3, 0.499, 0.9840845, 2},  // 0.0049999583: c = 0.0079577; the last tile, 9
       {25, 0.3, 0.501, 0.9840845, 2}   // as much before 2 pi: tile 9
   });
+}
+
+// With two arms twice as many, c = 10 x 2 x 2.0344439 / 2 pi = 6.4758368: tile 5.
+TEST_F(TilesFamiliesTest, ArmsMultiplyTheWedges) {
+  block.arms = 2;
+  ExpectTiles({{25, 0.55, 0.4, 0.0483264, 2}});
 }
 
 // c = 9 x angle / 2 pi.
@@ -298,85 +320,17 @@ TEST_F(TilesFamiliesTest, Weave) {
   });
 }
 
-// --- the cells, by their random colours ---
-
-struct TilesCellsTest : TilesTest {
-  // The place on the loop of the three colours, 0 to 3.
-  double PlaceAt(std::int32_t pattern, double u, double v) {
-    block.pattern = pattern;
-    block.bevel = 0;
-    block.randomColor = 1;
-    block.color1 = {0, 0, 0};
-    block.color2 = {1, 0, 0};
-    block.color3 = {1, 1, 0};
-    const Vector colour = ColourAt(u, v);
-    if (colour.y == 0) return colour.x;
-    return colour.x == 1 ? 1.0 + colour.y : 3.0 - colour.y;
-  }
-};
-
-// Cell (0, 0) is hashed as (7, 0): P[0] = 225, P[225 + 7] = 88; the 89th number from the seed 665
-// comes from the state 1633591866 and is 0.52140098: 3 x that.
-TEST_F(TilesCellsTest, TheRandomColourIsThreeTimesTheHashOfTheCellAlongTheLoop) {
-  EXPECT_NEAR(PlaceAt(0, 0.05, 0.05), 1.56420295, 1e-6);
-}
-
-TEST_F(TilesCellsTest, AllOfATileHasOneColourAndItsNeighboursHaveOthers) {
-  const double place = PlaceAt(0, 0.05, 0.05);
-  for (const auto& [u, v] : {std::pair{0.01, 0.01}, {0.09, 0.01}, {0.01, 0.09}, {0.09, 0.09}}) {
-    EXPECT_EQ(PlaceAt(0, u, v), place);
-  }
-  EXPECT_NE(PlaceAt(0, 0.15, 0.05), place);
-  EXPECT_NE(PlaceAt(0, 0.05, 0.15), place);
-  EXPECT_NE(PlaceAt(0, -0.05, 0.05), place);
-}
-
-// The third strip of cell (0, 0), at x = 0.9, is named (16, 0), as is the first strip of the cell
-// (16, 0). The second strip of cell (1, 0), at y = 0.5, is named (1, 7), as is the first of (1, 7).
-TEST_F(TilesCellsTest, TheSecondAndThirdStripOfTheParquetCountSevenAndSixteenCellsOn) {
-  EXPECT_EQ(PlaceAt(3, 0.18, 0.1), PlaceAt(3, 16.1 / 5, 0.1));
-  EXPECT_EQ(PlaceAt(3, 0.3, 0.1), PlaceAt(3, 1.1 / 5, 7.5 / 5));
-}
-
-// The half triangles at the ends of two unit cells are one tile, x = 0.9 and 1.1, y = 0.1.
-TEST_F(TilesCellsTest, TheTwoHalvesOfATriangleAreOneTile) {
-  for (const std::int32_t pattern : {4, 5, 6}) {
-    EXPECT_EQ(PlaceAt(pattern, 0.18, 0.02), PlaceAt(pattern, 0.22, 0.02)) << pattern;
-    EXPECT_NE(PlaceAt(pattern, 0.18, 0.02), PlaceAt(pattern, 0.1, 0.12)) << pattern;
-  }
-}
-
-// Around (0.1111, 0.1283), the middle of a hexagon of row 1, whose lower end lies in row 0.
-TEST_F(TilesCellsTest, AHexagonIsOneTileAlsoWhereItReachesIntoTheRowBelow) {
-  const double place = PlaceAt(7, 0.11111111, 0.12830006);
-  for (const auto& [du, dv] : {std::pair{-0.01, -0.05},
-                               {0.01, -0.05},
-                               {-0.05, 0.02},
-                               {0.05, -0.02},
-                               {0.01, 0.05},
-                               {-0.01, 0.05}}) {
-    EXPECT_EQ(PlaceAt(7, 0.11111111 + du, 0.12830006 + dv), place) << du << " " << dv;
-  }
-}
-
-// The strip along x of cell (0, 0), from 0.1 before to 0.1 behind; those beside it are others.
-TEST_F(TilesCellsTest, AStripOfTheWeaveIsOneTileAlsoInItsNeighboursCells) {
-  const double place = PlaceAt(27, 0.1, 0.1);
-  EXPECT_EQ(PlaceAt(27, -0.02, 0.1), place);
-  EXPECT_EQ(PlaceAt(27, 0.22, 0.1), place);
-  EXPECT_NE(PlaceAt(27, 0.38, 0.1), place);
-  EXPECT_NE(PlaceAt(27, 0.1, 0.02), place);
-}
-
-// Both sides of the seam at angle 0, on the left; also where the last wedge is cut short.
-TEST_F(TilesCellsTest, TheWedgesCloseAtTheSeam) {
-  for (const float arms : {1.0f, 2.0f, 0.55f}) {
-    block.arms = arms;
-    for (const std::int32_t pattern : {25, 26}) {
-      EXPECT_EQ(PlaceAt(pattern, 0.3, 0.4999), PlaceAt(pattern, 0.3, 0.5001))
-          << pattern << " with " << arms;
-    }
-  }
+// Twice as wide: x is half of what it was, and the slopes along it are a twelfth of a cell.
+TEST_F(TilesFamiliesTest, SlopesOfStretchedStripsKeepTheirWidth) {
+  block.scaleU = 2;
+  ExpectTiles({
+      {3, 0.02, 0.1, 0.6, 1},   // (0.05, 0.5), strip 1 along y: 0.05 x 12
+      {27, 0.48, 0.1, 0.4, 2},  // (1.2, 0.5): (0.2 - 1/6) x 12
+      {27, 0.44, 0.1, 0.8, 1}   // (1.1, 0.5), where the strip along x dives: (1/6 - 0.1) x 12
+  });
+  block.scaleU = 1;
+  block.scaleV = 2;
+  ExpectTiles({{3, 0.1, 0.02, 0.6, 2}});  // (0.5, 0.05), strip 2: its end 0.05 x 12
 }
 
 }  // namespace

@@ -173,11 +173,11 @@ TEST_F(TilesBlurTest, EachPatternMeasuresTheSampleInItsOwnUnits) {
   const Top tops[] = {
       {0, .05, .05},      {1, .1, .05},       {2, .1, .05},       {3, .1, .1},
       {4, .1, .11547005}, {5, .1, .11547005}, {6, .1, .11547005}, {7, .05555556, .03207501},
-      {9, .4, .05},       {10, .05, .025},    {11, .05, .025},    {12, .05, .05},
-      {13, .05, .05},     {14, .05, .05},     {15, .05, 0},       {16, .05, 0},
-      {17, .6, .5},       {18, .6, .5},       {19, .0625, 0},     {20, .0625, 0},
-      {21, .0625, 0},     {22, .0625, 0},     {23, .6, .5},       {24, .65, .5},
-      {25, .6, .5},       {26, .6, .3},       {27, .1, .1}};
+      {8, .37, .11},      {9, .4, .05},       {10, .05, .025},    {11, .05, .025},
+      {12, .05, .05},     {13, .05, .05},     {14, .05, .05},     {15, .05, 0},
+      {16, .05, 0},       {17, .6, .5},       {18, .6, .5},       {19, .0625, 0},
+      {20, .0625, 0},     {21, .0625, 0},     {22, .0625, 0},     {23, .6, .5},
+      {24, .65, .5},      {25, .6, .5},       {26, .6, .3},       {27, .1, .1}};
   for (const Top& top : tops) {
     block.pattern = top.pattern;
     sample.delta = {0, 0, 0};
@@ -188,6 +188,18 @@ TEST_F(TilesBlurTest, EachPatternMeasuresTheSampleInItsOwnUnits) {
     const double drift = top.pattern == 25 || top.pattern == 26 ? 0 : 2 * (1 - mask) * blur;
     EXPECT_NEAR(ColourAt(top.u, top.v).x, mask + (0.5 - mask) * drift, 1e-4) << top.pattern;
   }
+}
+
+// blur = 0.02 x 10 = 0.2. At the top the mask is 1 and nothing drifts. At height 0.1 one end of the
+// sample, 0.3, is beyond the grout of 0.2: mask 0.5, drift 2 x 0.5 x 0.2, to the mean 0.5 of black
+// and white: 0.2 x 0.5.
+TEST_F(TilesBlurTest, WithoutABevelTheMaskTellsTheDriftAlone) {
+  block.bevel = 0;
+  block.groutWidth = 0.2f;
+  block.color1 = {0, 0, 0};
+  sample.blurOffset = 0.02f;
+  EXPECT_EQ(ValueOf(1), 0);
+  EXPECT_NEAR(ValueOf(0.1), 0.1, 1e-6);
 }
 
 // --- the colour from afar ---
@@ -287,6 +299,16 @@ TEST_F(TilesFrameTest, APatternOffTheTableIsAllGrout) {
   for (const std::int32_t pattern : {-1, 28, INT32_MIN, INT32_MAX}) {
     block.pattern = pattern;
     ExpectExactly(ColourAt(0.05, 0.05), block.groutColor);
+  }
+}
+
+TEST_F(TilesFrameTest, WithoutABevelAPatternOffTheTableIsAllOneTile) {
+  block.bevel = 0;
+  block.color1 = {0.25f, 0.5f, 0.75f};
+  for (const std::int32_t pattern : {-1, 28}) {
+    block.pattern = pattern;
+    ExpectExactly(ColourAt(0, 0), block.color1);
+    ExpectExactly(ColourAt(0.37, 12.3), block.color1);
   }
 }
 

@@ -140,6 +140,8 @@ TEST_F(TargetsTest, AChainOfObjectsBeyondAllMeasureDoesNotExhaustTheStack) {
 TEST_F(TargetsTest, WithoutUseGeometryAMeshGivesItsPosition) {
   AddMesh({{1, 0, 0}, {0, 1, 0}});
   ExpectCollected({{{10, 0, 0}}});
+  block.useFaces = 1;
+  ExpectCollected({{{10, 0, 0}}});  // faces are a way to take the geometry
 }
 
 TEST_F(TargetsTest, AnObjectWithoutGeometryGivesItsPosition) {

@@ -34,10 +34,26 @@ TEST(ProximalWeight, SwappedLimitsInvertThePowers) {
   EXPECT_EQ(ProximalWeight(ProximalLinear, 90, 50, 10), 1);
 }
 
+// No distance lies between them. Smooth looks at the low limit first, the inverses at the high one.
+TEST(ProximalWeight, SwappedLimitsCutTheOthersOff) {
+  EXPECT_EQ(ProximalWeight(ProximalBand, 20, 50, 10), 0);
+  EXPECT_EQ(ProximalWeight(ProximalSmooth, 20, 50, 10), 1) << "below low";
+  EXPECT_EQ(ProximalWeight(ProximalSmooth, 60, 50, 10), 0) << "not below low, but above high";
+  for (const std::int32_t falloff : {ProximalInverse, ProximalInverseSquare, ProximalInverseCube}) {
+    EXPECT_EQ(ProximalWeight(falloff, 20, 50, 10), 0) << "above high";
+    EXPECT_EQ(ProximalWeight(falloff, 5, 50, 10), 1) << "k = 5 - 50, at most 1";
+  }
+}
+
 TEST(ProximalWeight, EqualLimitsAreAHardStep) {
-  for (const std::int32_t falloff : {ProximalLinear, ProximalSquare, ProximalCube}) {
+  for (const std::int32_t falloff :
+       {ProximalLinear, ProximalSquare, ProximalCube, ProximalSmooth}) {
     EXPECT_EQ(ProximalWeight(falloff, 9.999, 10, 10), 1);
     EXPECT_EQ(ProximalWeight(falloff, 10, 10, 10), 0);
+  }
+  for (const std::int32_t falloff : {ProximalInverse, ProximalInverseSquare, ProximalInverseCube}) {
+    EXPECT_EQ(ProximalWeight(falloff, 10, 10, 10), 1) << "the high limit belongs to it";
+    EXPECT_EQ(ProximalWeight(falloff, 10.001, 10, 10), 0);
   }
 }
 
