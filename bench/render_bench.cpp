@@ -35,8 +35,8 @@ void Fill(Scene& scene) {
   const Transform floor = {.position = {0, -100, 0}, .scale = {20, 1, 20}};
   Paint(scene, Add(scene, DefaultPrimitive(PrimitiveShape::Plane), floor), 0.2f);
   for (int i = 0; i < 9; ++i) {
-    const Transform place = {.position = {static_cast<float>(i % 3 * 220 - 220), 0,
-                                          static_cast<float>(i / 3 * 220)}};
+    const Transform place = {
+        .position = {static_cast<float>(i % 3 * 220 - 220), 0, static_cast<float>(i / 3 * 220)}};
     Paint(scene, Add(scene, DefaultPrimitive(PrimitiveShape::Sphere), place), 0.3f);
   }
   Add(scene, LightContent{}, {.position = {-400, 600, -500}});
@@ -51,14 +51,17 @@ void CameraRays(benchmark::State& state) {
   Fill(scene);
   const int threads = static_cast<int>(state.range(0));
   for (auto _ : state) {
-    benchmark::DoNotOptimize(
-        RenderPicture(scene, {.width = kWidth, .height = kHeight, .samples = 1},
-                      {.threads = threads}));
+    benchmark::DoNotOptimize(RenderPicture(
+        scene, {.width = kWidth, .height = kHeight, .samples = 1}, {.threads = threads}));
   }
   state.counters["rays"] = benchmark::Counter(
       static_cast<double>(state.iterations()) * kWidth * kHeight, benchmark::Counter::kIsRate);
 }
-BENCHMARK(CameraRays)->Name("render/threads")->Arg(1)->Arg(2)->UseRealTime()
+BENCHMARK(CameraRays)
+    ->Name("render/threads")
+    ->Arg(1)
+    ->Arg(2)
+    ->UseRealTime()
     ->Unit(benchmark::kMillisecond);
 
 }  // namespace

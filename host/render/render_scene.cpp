@@ -63,15 +63,14 @@ RenderScene RenderScene::Prepare(Scene& scene, std::int32_t width, std::int32_t 
     const auto polygons = static_cast<std::int64_t>(object->mesh->polygons.size());
     // Only scenes with more polygons than memory holds would come back to the first number.
     if (nextIdentity + polygons > std::numeric_limits<std::int32_t>::max()) nextIdentity = 1;
-    prepared.objects.push_back(
-        {.surface = MeshSurface(object->mesh, object->world),
-         .record = {.kind = kPolygons,
-                    .reserved = {},
-                    .type = TypeOf(*object),
-                    .matrix = object->world,
-                    .object = object->Handle()},
-         .tags = VisibleTags(*object, prepared.materials),
-         .firstIdentity = static_cast<std::int32_t>(nextIdentity)});
+    prepared.objects.push_back({.surface = MeshSurface(object->mesh, object->world),
+                                .record = {.kind = kPolygons,
+                                           .reserved = {},
+                                           .type = TypeOf(*object),
+                                           .matrix = object->world,
+                                           .object = object->Handle()},
+                                .tags = VisibleTags(*object, prepared.materials),
+                                .firstIdentity = static_cast<std::int32_t>(nextIdentity)});
     nextIdentity += polygons;
   }
   return prepared;

@@ -77,8 +77,9 @@ std::vector<ShadingRecord> MakeRecords(const RenderFrame& frame);
 /// depend on a texture. The surface has no tag, and coordinates of 0.
 void BeginSample(ShadingRecord& record, const SurfaceSample& sample) noexcept;
 
-/// How a tag's coordinates lie at the sample. A surface without the set of its own that the tag wants
-/// has coordinates of 0, so that solid shaders still show; nothing when a projection lacks a camera.
+/// How a tag's coordinates lie at the sample. A surface without the set of its own that the tag
+/// wants has coordinates of 0, so that solid shaders still show; nothing when a projection lacks a
+/// camera.
 std::optional<UvFrame> FrameOfTag(const ShadingRecord& record, const TextureTag& tag,
                                   std::size_t uvwSet);
 

@@ -17,8 +17,8 @@ Link& LinkOf(MaterialChannel& channel);
 /// each: such a channel has no link.
 std::vector<std::string> LinkMaterials(Scene& scene);
 
-/// Keeps what the outermost shaders of all links store of themselves, for saving the scene. A shader
-/// that stores nothing keeps the state that it was given. Throws std::bad_alloc.
+/// Keeps what the outermost shaders of all links store of themselves, for saving the scene. A
+/// shader that stores nothing keeps the state that it was given. Throws std::bad_alloc.
 void StoreStates(Scene& scene);
 
 }  // namespace sorvanix::host

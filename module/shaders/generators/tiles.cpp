@@ -4,7 +4,7 @@
 #include "module/kit/vector.h"
 #include "module/shaders/generators/tiles_catalogue.h"
 #include "module/shaders/generators/tiles_pattern.h"
-#include "module/shaders/generators/tilt_normal.h"
+#include "module/shaders/tilt_normal.h"
 #include "module/shell/table_callbacks.h"
 
 namespace sorvanix {

@@ -7,8 +7,8 @@
 #include "module/kit/vector.h"
 #include "module/shaders/filters/filter_fields.h"
 #include "module/shaders/filters/input_stage.h"
-#include "module/shaders/generators/tilt_normal.h"
 #include "module/shaders/surface/projector_tags.h"
+#include "module/shaders/tilt_normal.h"
 #include "module/shell/host_core.h"
 
 namespace sorvanix {

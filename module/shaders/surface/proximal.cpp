@@ -5,9 +5,9 @@
 
 #include "module/kit/remap.h"
 #include "module/kit/vector.h"
-#include "module/shaders/generators/tilt_normal.h"
 #include "module/shaders/surface/proximal_targets.h"
 #include "module/shaders/surface/proximal_weight.h"
+#include "module/shaders/tilt_normal.h"
 #include "module/shell/slot_address.h"
 #include "module/shell/table_callbacks.h"
 

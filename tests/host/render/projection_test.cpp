@@ -35,7 +35,8 @@ TEST(Projection, CylinderKeepsTheHeight) {
 TEST(Projection, FlatFillsTheTag) {
   EXPECT_THAT(ProjectShape(Projection::Flat, {-1, 1, 5}), Vec(0, 0, 5));
   EXPECT_THAT(ProjectShape(Projection::Flat, {1, -1, 5}), Vec(1, 1, 5));
-  EXPECT_THAT(ProjectShape(static_cast<Projection>(99), {0.5, 0.5, 0}), Vec(0.75, 0.25, 0));  // unknown numbers too
+  EXPECT_THAT(ProjectShape(static_cast<Projection>(99), {0.5, 0.5, 0}),
+              Vec(0.75, 0.25, 0));  // unknown numbers too
 }
 
 TEST(Projection, CubeIsFlatOnTheSideOfTheFarthestAxis) {

@@ -80,7 +80,8 @@ TEST_F(MaterialLinks, StoreStatesThatAreTakenBack) {
       ReadScene(SceneText(*scene), "scene.json", {.catalogue = &fake::Catalogue()}).scene;
   ASSERT_NE(again, nullptr);
   const auto& channels = again->materials[0]->channels;
-  EXPECT_EQ(WriteJson(channels[ChannelColour].state, -1), WriteJson(*ParseJson("[{\"float\": 0.75}]"), -1));
+  EXPECT_EQ(WriteJson(channels[ChannelColour].state, -1),
+            WriteJson(*ParseJson("[{\"float\": 0.75}]"), -1));
   EXPECT_EQ(WriteJson(channels[ChannelBump].state, -1), WriteJson(*ParseJson("[{\"int\": 1}]"), -1))
       << "without a link it stays";
 }
