@@ -1,43 +1,15 @@
 // Surface shaders that look around: at the lights of a render, or at the points of a scene.
 #include <benchmark/benchmark.h>
 
+#include "bench/bench_host.h"
 #include "bench/sample_points.h"
-#include "host/host.h"
-#include "host/loader/module.h"
-#include "host/noise/noise_services.h"
 #include "host/scene/scene.h"
-#include "host/scene/scene_services.h"
 #include "module/shaders/surface/lumas.h"
 
 namespace {
 
 using namespace sorvanix;
-
-// Three lights without shadows, so that the shader's share is measured and not the host's.
-constexpr LightRecord kLights[3] = {};
-
-void InstallLights(RenderTable& table) {
-  table.lightCount = [](const RenderContext*) noexcept { return std::int32_t{3}; };
-  table.lightAt = [](const RenderContext*, std::int32_t index) noexcept { return &kLights[index]; };
-  table.lightSample = [](const RenderContext*, const LightRecord*, Vector* colour,
-                         Vector* direction, const Vector*, const Vector*, std::int32_t,
-                         std::int32_t) noexcept {
-    *colour = {1, 1, 1};
-    *direction = {0.6f, 0, 0.8f};
-    return std::int32_t{1};
-  };
-  table.illuminate = [](const RenderContext*, Vector*, Vector*, float) noexcept {};
-}
-
-host::Module& LoadedModule() {
-  static host::Host host({.services = {[](host::HostTables& tables) {
-                            host::InstallNoiseServices(tables.render);
-                            host::InstallScenes(tables);
-                            InstallLights(tables.render);
-                          }}});
-  static host::Module module = host::Module::Load(host, SORVANIX_MODULE_PATH).value();
-  return module;
-}
+using bench::LoadedModule;
 
 // A surface that is seen from above, hit at points without order.
 void ShadeSurface(benchmark::State& state, host::Shader& shader, const RenderInit& init,

@@ -1,57 +1,14 @@
 // Shaders through the contract, as a render calls them: one Output a sample.
 #include <benchmark/benchmark.h>
 
+#include "bench/bench_host.h"
 #include "bench/sample_points.h"
 #include "host/channels/channel_link.h"
-#include "host/host.h"
-#include "host/loader/module.h"
-#include "host/noise/noise_services.h"
 
 namespace {
 
 using namespace sorvanix;
-
-// Two lights, of which every one arrives unblocked.
-void InstallLights(RenderTable& table) {
-  static constexpr std::int32_t kLights = 2;
-  table.illuminate = [](const RenderContext*, Vector* diffuse, Vector*, float) noexcept {
-    diffuse->x += 1;
-  };
-  table.lightCount = [](const RenderContext*) noexcept { return kLights; };
-  table.lightAt = [](const RenderContext*, std::int32_t) noexcept {
-    static const LightRecord light = {};
-    return &light;
-  };
-  table.lightSample = [](const RenderContext*, const LightRecord*, Vector* colour,
-                         Vector* direction, const Vector*, const Vector* normal, std::int32_t,
-                         std::int32_t) noexcept {
-    *colour = {1, 1, 1};
-    *direction = *normal;
-    return 1;
-  };
-}
-
-// A projection that costs next to nothing.
-void InstallProjection(RenderTable& table) {
-  table.projectTexture = [](const TextureTag*, const RenderContext*, const Vector* point,
-                            const UvwRecord*, Vector* uvw) noexcept {
-    *uvw = *point;
-    return 1;
-  };
-}
-
-// Loaded once for all benchmarks.
-host::Module& LoadedModule() {
-  static host::Host host({.services = {[](host::HostTables& tables) {
-                            host::InstallNoiseServices(tables.render);
-                            host::InstallChannelLinks(tables.channel, tables.stream);
-                            InstallLights(tables.render);
-                            InstallProjection(tables.render);
-                          }}});
-  static host::Module module = host::Module::Load(host, SORVANIX_MODULE_PATH).value();
-  static host::LinkedShaders linked(module.Shaders());
-  return module;
-}
+using bench::LoadedModule;
 
 void ReadAt(benchmark::State& state, host::Shader& shader, const bench::Points& points) {
   ChannelSample sample = {};
