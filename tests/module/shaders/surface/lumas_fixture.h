@@ -8,6 +8,18 @@
 
 namespace sorvanix::test {
 
+using Names = std::vector<std::string>;
+
+/// The operations in their order, with the light where there is one: "lightAt 2".
+inline Names Operations(const std::vector<LightCall>& calls) {
+  Names names;
+  for (const LightCall& call : calls) {
+    const std::string light = call.light < 0 ? "" : " " + std::to_string(call.light);
+    names.push_back(call.operation + light);
+  }
+  return names;
+}
+
 /// A surface that the eye looks at from straight above: the normal is +z, and so is the view.
 struct LumasTest : ::testing::Test {
   StartedModule started;
