@@ -8,7 +8,7 @@
 
 namespace sorvanix::test {
 
-thread_local std::int32_t FakeHost::cpuIndex = 0;
+constinit thread_local std::int32_t FakeHost::cpuIndex = 0;
 
 namespace {
 

@@ -59,7 +59,7 @@ class FakeHost {
 
   std::int32_t cpuCount = 1;
   /// Index that hostCpuIndex answers on the calling thread.
-  static thread_local std::int32_t cpuIndex;
+  static constinit thread_local std::int32_t cpuIndex;
 
   int liveBlocks() const { return static_cast<int>(blocks_.size()); }
   int liveTexts() const { return liveTexts_; }  ///< strings and filenames
