@@ -7,6 +7,13 @@
 
 namespace sorvanix {
 
+/// The height that a colour stands for: its mean by a 32-bit third, which is not the number of
+/// Mean.
+inline double HeightOf(const Vector& colour) noexcept {
+  constexpr double kThird = 0.33333334f;
+  return (double{colour.x} + colour.y + colour.z) * kThird;
+}
+
 /// Adds slopes along the two tangents to the render's `bumpNormal` and normalises it. A sum of zero
 /// length gives the zero vector.
 inline void TiltNormal(RenderContext& render, double alongU, double alongV) noexcept {

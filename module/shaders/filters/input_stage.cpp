@@ -15,7 +15,7 @@ constexpr std::int32_t kNoTagFlag = 0;
 void PutPoints(const SamplePoints& points, const ChannelSample& sample,
                FootprintBlock& block) noexcept {
   std::copy(points.begin(), points.end(), block.footprint);
-  block.footprintRadius = FootprintRadius(block.footprint, sample);
+  block.footprintRadius = HalfExtent(block.footprint, sample);
 }
 
 // All fields that do not depend on where the points come from.
@@ -67,10 +67,6 @@ SampleFootprint BuildFootprint(const ShaderInstance& instance, const ChannelSamp
   block.texInverse = tag->matrix2;
   if (!useSlot) PutPoints(PointsInTag(render, *tag), sample, block);
   return footprint;
-}
-
-Vector FootprintRadius(const Vector (&points)[4], const ChannelSample& sample) noexcept {
-  return HalfExtent(points, sample);
 }
 
 Vector ReadInput(ChannelLink* link, const ChannelSample& sample, const Vector& uvw,

@@ -64,9 +64,6 @@ SampleFootprint BuildFootprint(const ShaderInstance& instance, const ChannelSamp
                                std::int32_t nested, FootprintBlock& first,
                                const FootprintBlock& own) noexcept;
 
-/// Half the extent of the four points on each axis, widened by the sample's blur.
-Vector FootprintRadius(const Vector (&points)[4], const ChannelSample& sample) noexcept;
-
 /// Reads an input as the host would for the sample, at a coordinate of the filter's choice.
 Vector ReadInput(ChannelLink* link, const ChannelSample& sample, const Vector& uvw,
                  std::int32_t tagFlag) noexcept;

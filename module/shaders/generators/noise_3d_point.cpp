@@ -1,8 +1,6 @@
 // The four points of a sample by space, or in the frame of the object; and their extent.
 #include "module/shaders/generators/noise_3d_point.h"
 
-#include <cmath>
-
 #include "module/kit/vector.h"
 #include "module/shaders/generators/object_frame.h"
 #include "module/shaders/sample_points.h"
@@ -15,10 +13,6 @@ namespace {
 constexpr float kUnitsPerSquare = 12.8f;
 constexpr float kUnitsPerFrame = 0.02f;
 
-Vector Times(const Vector& a, const Vector& b) noexcept {
-  return ByComponent([](float p, float q) { return p * q; }, a, b);
-}
-
 Vector AxisScales(const Noise3DBlock& block) noexcept {
   return {block.scaleX, block.scaleY, block.scaleZ};
 }
@@ -29,9 +23,7 @@ Vector Scales(const Noise3DBlock& block) noexcept {
 
 float FilterWidth(const Vector& extent, const RenderContext& render) noexcept {
   if (render.filteringOn == 0) return 0;
-  const double sum =
-      std::fabs(double{extent.x}) + std::fabs(double{extent.y}) + std::fabs(double{extent.z});
-  return static_cast<float>(sum * render.filterScale);
+  return static_cast<float>(SumOfMagnitudes(extent) * render.filterScale);
 }
 
 // --- the spaces ---
@@ -79,7 +71,7 @@ NoisePlace PlaceInFrame(const Noise3DBlock& block, const ChannelSample& sample) 
                                                    : PointInObjectFrame(render.hitPoint, render);
   const Vector moved = Add(Scale(kUnitsPerFrame, inFrame), Scale(block.velocity, sample.time));
   const auto blur = static_cast<float>(Blur(sample) * kUnitsPerFrame);
-  return {Times(moved, Scales(block)), FilterWidth({blur, blur, blur}, render)};
+  return {Product(moved, Scales(block)), FilterWidth({blur, blur, blur}, render)};
 }
 
 }  // namespace
@@ -88,7 +80,7 @@ NoisePlace PlaceOnSquare(const Noise3DBlock& block, const ChannelSample& sample)
   // One factor after the other, unlike in a render: the product of the scales alone could overflow
   // where the point does not.
   const Vector point = Scale(block.globalScale, Scale(kUnitsPerSquare, sample.uvw));
-  return {Times(point, AxisScales(block)), static_cast<float>(Blur(sample) * 10)};
+  return {Product(point, AxisScales(block)), static_cast<float>(Blur(sample) * 10)};
 }
 
 NoisePlace PlaceOnSurface(const Noise3DBlock& block, const ChannelSample& sample,
@@ -99,7 +91,7 @@ NoisePlace PlaceOnSurface(const Noise3DBlock& block, const ChannelSample& sample
   const Vector motion = Scale(block.velocity, sample.time);
   const Vector offset = own == nullptr ? Vector{} : own->pointOffset;
   const auto toNoise = [&, scales = Scales(block)](const Vector& p) {
-    return Times(Add(Add(p, motion), offset), scales);
+    return Product(Add(Add(p, motion), offset), scales);
   };
   const SamplePoints points = EachPoint(InSpace(block.space, render, own, nested), toNoise);
   return {points[0], FilterWidth(HalfExtent(points, sample), render)};

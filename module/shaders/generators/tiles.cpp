@@ -157,10 +157,8 @@ std::int32_t InitRender(ShaderInstance* instance, const RenderInit* init) noexce
 void BendNormal(const TilesBlock& block, const ChannelSample& sample, const Vector& point,
                 float step) noexcept {
   constexpr double kSlope = 7.4;
-  constexpr double kThird = 0.33333334f;
   const auto valueAt = [&](float dx, float dy) noexcept {
-    const Vector colour = TilePattern(block, sample, Add(point, {dx, dy, 0}));
-    return (double{colour.x} + colour.y + colour.z) * kThird;
+    return HeightOf(TilePattern(block, sample, Add(point, {dx, dy, 0})));
   };
   TiltNormal(*sample.render, (valueAt(-step, 0) - valueAt(step, 0)) * kSlope,
              (valueAt(0, step) - valueAt(0, -step)) * kSlope);

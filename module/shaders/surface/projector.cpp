@@ -7,6 +7,7 @@
 #include "module/kit/vector.h"
 #include "module/shaders/filters/filter_fields.h"
 #include "module/shaders/filters/input_stage.h"
+#include "module/shaders/sample_points.h"
 #include "module/shaders/surface/projector_tags.h"
 #include "module/shaders/tilt_normal.h"
 #include "module/shell/host_core.h"
@@ -247,7 +248,7 @@ FootprintBlock ProjectedFootprint(const ShaderInstance& instance, const Block& b
 
   const ProjectedPoints projected = ProjectPoints(block, slot, render, head.footprint);
   head.uvwPoint = head.basePoint = projected.uvw[0];
-  head.uvwDelta = head.baseDelta = FootprintRadius(projected.uvw, sample);
+  head.uvwDelta = head.baseDelta = HalfExtent(projected.uvw, sample);
   return head;
 }
 
@@ -256,11 +257,6 @@ void PutPlacement(const Block& block, const RenderContext& render, FootprintBloc
   const Matrix& object = render.object != nullptr ? render.object->matrix : kIdentityMatrix;
   head.texMatrix = Multiply(Invert(object), block.projectionMatrix);
   head.texInverse = Multiply(Invert(block.projectionMatrix), object);
-}
-
-double MeanOf(const Vector& colour) noexcept {
-  constexpr double kThird = 0.33333334f;
-  return (double{colour.x} + colour.y + colour.z) * kThird;
 }
 
 // An input that cannot move by itself. The second and fourth place are not the mirror images of the
@@ -280,8 +276,8 @@ TapColours ReadPlainTaps(ChannelLink* input, const ChannelSample& sample,
 // Unlike filters, the first tap counts upwards in u as the third does in v.
 void BendByTaps(const TapColours& colours, RenderContext& render) noexcept {
   constexpr double kSlope = 3.5;
-  TiltNormal(render, kSlope * (MeanOf(colours[0]) - MeanOf(colours[1])),
-             kSlope * (MeanOf(colours[2]) - MeanOf(colours[3])));
+  TiltNormal(render, kSlope * (HeightOf(colours[0]) - HeightOf(colours[1])),
+             kSlope * (HeightOf(colours[2]) - HeightOf(colours[3])));
 }
 
 // Leaves flags and delta of a sample as its plain input reads them: deliberate.
