@@ -22,7 +22,13 @@ enum {
 };
 
 /* A message to a dialog or a user area. reply takes what the message asks for. Nonzero when it
- * was handled. */
+ * was handled.
+ *
+ * To a dialog: id is that of the gadget whose value the user changed, with DialogValue and
+ * DialogDragging (an area's action has DialogDragging alone; a link's has neither), or DialogKey
+ * with InputChannel and InputQualifier. To an area: AreaInit, AreaMinSize (answered by AreaWidth
+ * and AreaHeight), AreaDraw, AreaTimer, and AreaInput with InputDevice, InputChannel,
+ * InputQualifier, and of the mouse InputX, InputY, InputDouble and InputWheel. */
 typedef int32_t (*DialogMessageFunction)(void* context, int32_t id, const HostContainer* message,
                                          HostContainer* reply) SORVANIX_NOEXCEPT;
 

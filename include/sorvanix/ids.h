@@ -126,6 +126,22 @@ enum {
 #define SORVANIX_FOURCC(a, b, c, d) \
   (((int32_t)(a) << 24) | ((int32_t)(b) << 16) | ((int32_t)(c) << 8) | (int32_t)(d))
 
+/* The input channels of a mouse, under InputChannel. */
+enum { MouseLeft = 1, MouseWheel = 100 };
+
+/* Qualifier bits, and the key codes of keys that have no letter. Letters are their capitals. */
+enum {
+  QualifierShift = 1 << 0,
+  QualifierControl = 1 << 1,
+  QualifierAlt = 1 << 2,
+  QualifierCommand = 1 << 4,
+  KeyUp = 0x8000,
+  KeyDown = 0x8001,
+  KeyRight = 0x8002,
+  KeyLeft = 0x8003,
+  KeyEscape = 32785
+};
+
 /* Messages and message keys of dialogs and user areas. */
 enum {
   DialogValue = SORVANIX_FOURCC('m', 'e', 'v', 'a'),    /* key: the gadget's new value */
@@ -135,12 +151,18 @@ enum {
   InputChannel = SORVANIX_FOURCC('i', 'p', 'c', 'a'),   /* key: the button or the key code */
   InputQualifier = SORVANIX_FOURCC('i', 'p', 'q', 'a'), /* key: qualifier bits */
   DialogMouse = SORVANIX_FOURCC('m', 'o', 'u', 's'),
+  InputX = SORVANIX_FOURCC('i', 'p', 'p', 'x'),      /* key: pixels from the area's left edge */
+  InputY = SORVANIX_FOURCC('i', 'p', 'p', 'y'),      /* key: pixels from the area's upper edge */
+  InputDouble = SORVANIX_FOURCC('i', 'p', 'd', 'c'), /* key: 1 for the second press in a row */
+  InputWheel = SORVANIX_FOURCC('i', 'p', 'w', 'd'),  /* key: wheel steps, 120 for a notch */
   AreaInit = SORVANIX_FOURCC('b', 'I', 'N', 'I'),    /* message: the area was created */
   AreaDraw = SORVANIX_FOURCC('b', 'D', 'R', 'A'),    /* message: paint the area */
   AreaInput = SORVANIX_FOURCC('b', 'I', 'P', 'N'),   /* message: mouse or key input */
   AreaMinSize = SORVANIX_FOURCC('b', 'I', 'S', 'I'), /* message: tell the smallest size */
   AreaVisible = SORVANIX_FOURCC('b', 'V', 'I', 'N'), /* message: the area came on screen */
   AreaCast = SORVANIX_FOURCC('b', 'C', 'A', 'S'),    /* message: a message from another gadget */
+  AreaWidth = SORVANIX_FOURCC('w', 'i', 'd', 't'),   /* reply key of AreaMinSize: pixels */
+  AreaHeight = SORVANIX_FOURCC('h', 'e', 'i', 'g'),  /* reply key of AreaMinSize: pixels */
   AreaTimer = SORVANIX_FOURCC('b', 'T', 'I', 'M')    /* message: the time of setTimer has passed */
 };
 
