@@ -1,7 +1,9 @@
 /* The smallest host: loads the module through the contract, samples 2D Noise once and prints the
  * colour.
  *
- * usage: minimal_host MODULE    (plain C11; on POSIX link with -ldl)
+ * usage: minimal_host MODULE    (plain C11; on POSIX link with -ldl, on Windows with -lshell32)
+ *
+ * Paths and texts are UTF-8 on every system.
  */
 #include <math.h>
 #include <sorvanix/host_api.h>
@@ -11,14 +13,44 @@
 
 #ifdef _WIN32
 #include <windows.h>
-#define OPEN(path) ((void*)LoadLibraryA(path))
+/* After windows.h, which it builds upon. */
+#include <shellapi.h>
+
+#define SEPARATORS "/\\"
 #define FIND(library, name) ((void*)GetProcAddress((HMODULE)(library), name))
 #define CLOSE(library) FreeLibrary((HMODULE)(library))
+enum { LongestPath = 1024 }; /* what the module keeps of its path */
+
+static void* openLibrary(const char* path) {
+  wchar_t wide[LongestPath];
+  return MultiByteToWideChar(CP_UTF8, 0, path, -1, wide, LongestPath) == 0 ? NULL
+                                                                           : LoadLibraryW(wide);
+}
+
+/* The argument of the command line. main's own has lost the letters outside the system's code page.
+ */
+static const char* modulePath(int argumentCount, char** arguments) {
+  static char path[LongestPath];
+  wchar_t** wide = CommandLineToArgvW(GetCommandLineW(), &argumentCount);
+  (void)arguments;
+  if (wide == NULL || argumentCount != 2 ||
+      WideCharToMultiByte(CP_UTF8, 0, wide[1], -1, path, LongestPath, NULL, NULL) == 0)
+    path[0] = '\0';
+  LocalFree(wide);
+  return path[0] == '\0' ? NULL : path;
+}
 #else
 #include <dlfcn.h>
-#define OPEN(path) dlopen(path, RTLD_NOW)
+
+#define SEPARATORS "/"
 #define FIND(library, name) dlsym(library, name)
 #define CLOSE(library) dlclose(library)
+
+static void* openLibrary(const char* path) { return dlopen(path, RTLD_NOW); }
+
+static const char* modulePath(int argumentCount, char** arguments) {
+  return argumentCount == 2 ? arguments[1] : NULL;
+}
 #endif
 
 /* Texts and filenames are plain C strings here. An empty one is always the shared one, which is
@@ -46,13 +78,12 @@ static HostFilename* copyFilename(const HostFilename* name) {
   return (HostFilename*)copyText(name);
 }
 static HostFilename* directory(const HostFilename* filename) {
-  const char* slash = strrchr((const char*)filename, '/');
-  char* folder = slash == NULL ? emptyText : copyText(filename);
-  if (folder != emptyText) {
-    char* end = strrchr(folder, '/');
-    if (end == folder) ++end; /* the root keeps its slash */
-    *end = '\0';
-  }
+  const char* path = (const char*)filename;
+  size_t length = strlen(path);
+  while (length > 0 && strchr(SEPARATORS, path[length - 1]) == NULL) --length;
+  char* folder = length == 0 ? emptyText : copyText(path);
+  if (length > 1) --length; /* the root keeps its slash */
+  if (folder != emptyText) folder[length] = '\0';
   return (HostFilename*)folder;
 }
 
@@ -111,10 +142,11 @@ int main(int argumentCount, char** arguments) {
                  .filename = &filename,
                  .resources = &resources};
 
-  void* module = argumentCount == 2 ? OPEN(arguments[1]) : NULL;
+  const char* path = modulePath(argumentCount, arguments);
+  void* module = path == NULL ? NULL : openLibrary(path);
   EntryFunction entry = NULL;
   if (module != NULL) *(void**)&entry = FIND(module, SORVANIX_ENTRY_NAME);
-  if (entry == NULL || entry(ActionAttach, &api, 0, arguments[1]) != 1 ||
+  if (entry == NULL || entry(ActionAttach, &api, 0, path) != 1 ||
       entry(ActionStart, NULL, 0, NULL) != 1) {
     fprintf(stderr, "usage: minimal_host MODULE (a sorvaNIX module that starts)\n");
     return EXIT_FAILURE;

@@ -1,0 +1,3 @@
+# Builds for 32-bit Windows with Debian's MinGW-w64 compilers.
+set(SORVANIX_MINGW_TARGET i686-w64-mingw32)
+include(${CMAKE_CURRENT_LIST_DIR}/mingw.cmake)
