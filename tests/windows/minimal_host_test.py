@@ -11,8 +11,8 @@ import sys
 import tempfile
 import unittest
 
-BITS, BUILD, HOST, MODULE = int(sys.argv[1]), *map(pathlib.Path, sys.argv[2:5])
-ROOT = BUILD / "wine32"  # a small Debian for 32 bits, or absent
+BITS, BUILD, HOST, MODULE = int(sys.argv[1]), *(pathlib.Path(a).resolve() for a in sys.argv[2:5])
+ROOT = (BUILD / "wine32").resolve()  # a small Debian for 32 bits, or absent
 SKIPPED = 77
 
 
@@ -21,10 +21,11 @@ def inside(path):
     return pathlib.Path("/") / path.relative_to(ROOT) if BITS == 32 else path
 
 
-def wine(host, *arguments):
-    command = ["wine", inside(host), *arguments]
+def run(*command):
     if BITS == 32:
-        command = ["chroot", ROOT, *command]
+        # Wine finds its own parts through /proc; the mount ends with the command.
+        mount = 'mount -t proc proc "$0/proc" && exec chroot "$0" "$@"'
+        command = ["unshare", "--mount", "sh", "-c", mount, ROOT, *command]
     environment = dict(
         PATH="/usr/sbin:/usr/bin:/sbin:/bin",
         LC_ALL="C.UTF-8",  # decides how Wine reads file names
@@ -37,7 +38,7 @@ def wine(host, *arguments):
 
 class MinimalHost(unittest.TestCase):
     def samples(self, module):
-        done = wine(HOST, inside(module))
+        done = run("wine", inside(HOST), inside(module))
         self.assertEqual(done.returncode, 0, done.stderr)
         # x = 0.25 * 12.8 = 3.2, y = 0.5 * 12.8 = 6.4: 0.5 + 0.25 sin(3.2) cos(6.4) = 0.4855.
         self.assertIn("0.4855 0.4855 0.4855", done.stdout)
@@ -51,7 +52,7 @@ class MinimalHost(unittest.TestCase):
         self.samples(folder / MODULE.name)
 
     def test_says_what_it_wants_without_a_module(self):
-        done = wine(HOST, "no such module.dll")
+        done = run("wine", inside(HOST), "no such module.dll")
         self.assertEqual(done.returncode, 1)
         self.assertIn("usage", done.stderr)
 
@@ -59,6 +60,8 @@ class MinimalHost(unittest.TestCase):
 def missing():
     if BITS == 32 and not (ROOT / "usr/lib/wine/wine").exists():
         return "no 32-bit Wine; ./dev wine32 makes one"
+    if BITS == 32 and os.geteuid() != 0:
+        return "only root may enter build/wine32"
     if BITS == 64 and not pathlib.Path("/usr/lib/wine/wine64").exists():
         return "no 64-bit Wine; ./dev setup installs it"
     return None
@@ -68,9 +71,12 @@ if __name__ == "__main__":
     if reason := missing():
         print(f"SKIPPED: {HOST.name} of {BITS} bits: {reason}")
         sys.exit(SKIPPED)
-    with tempfile.TemporaryDirectory(dir=ROOT / "tmp" if BITS == 32 else None) as folder:
+    with tempfile.TemporaryDirectory(dir=ROOT / "tmp" if BITS == 32 else None,
+                                     ignore_cleanup_errors=True) as folder:
         PREFIX = pathlib.Path(folder)
         if BITS == 32:  # what is run must lie inside
             HOST = pathlib.Path(shutil.copy(HOST, PREFIX))
             MODULE = pathlib.Path(shutil.copytree(MODULE.parent, PREFIX / "module")) / MODULE.name
-        unittest.main(argv=sys.argv[:1])
+        program = unittest.main(argv=sys.argv[:1], exit=False)
+        run("/usr/lib/wine/wineserver", "-k")  # it would outlive its folder by some seconds
+    sys.exit(not program.result.wasSuccessful())
