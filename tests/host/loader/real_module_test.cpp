@@ -8,6 +8,7 @@
 #include "host/services/stream_json.h"
 #include "tests/host/services/collecting_sink.h"
 #include "tests/host/services/leak_check.h"
+#include "tests/host/services/temporary_folder.h"
 
 namespace sorvanix::host {
 namespace {
@@ -70,6 +71,32 @@ TEST_F(RealModuleTest, EveryShaderComesBackFromItsJson) {
     EXPECT_EQ(again.Values().size() - again.Position(), registered->id == PluginIdFusion ? 8u : 0u);
     EXPECT_TRUE(read.Equals(written));
   }
+}
+
+// The folder beside a module goes to it as text and comes back as the place of its resources.
+TEST(RealModule, ItsFolderMayHaveANameOfSpacesAndLettersOfAnyLanguage) {
+  const LeakCheck leaks;
+  const TemporaryFolder folder;
+  const std::filesystem::path home = folder.Path() / u8"shaders \u00FC \u65E5\u672C" / "sorvaNIX";
+  const std::filesystem::path built = SORVANIX_MODULE_PATH;
+  std::filesystem::create_directories(home.parent_path());
+  std::filesystem::copy(built.parent_path(), home, std::filesystem::copy_options::recursive);
+
+  Host host;
+  const auto module = Module::Load(host, home / built.filename());
+  ASSERT_TRUE(module.has_value()) << module.error();
+  EXPECT_EQ(module->Path(), home / built.filename());
+  // The titles stand in Resources/strings.json.
+  EXPECT_EQ(module->Shaders().Find(PluginIdGradient)->name, "sorvaNIX Gradient");
+
+  // A new Gradient runs along u from black over red, its knot in the middle, to yellow.
+  Shader gradient = module->Create(PluginIdGradient, ChannelColour).value();
+  ChannelSample sample = {};
+  sample.uvw = {0.5f, 0, 0};
+  const Vector colour = gradient.Output(sample);
+  EXPECT_EQ(colour.x, 1);
+  EXPECT_EQ(colour.y, 0);
+  EXPECT_EQ(colour.z, 0);
 }
 
 TEST(RealModule, AHostThatIsTooOldToAttachIsRefused) {
