@@ -1,4 +1,4 @@
-"""The built files export the entry alone, need system DLLs alone, and keep the calling convention."""
+"""The built files export the entry alone, need system DLLs alone, and are called as C functions."""
 import pathlib
 import re
 import subprocess
