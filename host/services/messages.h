@@ -19,6 +19,9 @@ class MessageSink {
 /// sink must stay until another takes its place. Answers the former one.
 MessageSink* SetMessageSink(MessageSink* sink) noexcept;
 
+/// Shows a message of the host's own in the same place.
+void ShowMessage(std::string_view text, std::int32_t flags);
+
 void InstallMessages(GeneralTable& table) noexcept;
 
 }  // namespace sorvanix::host
