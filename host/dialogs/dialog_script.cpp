@@ -92,9 +92,9 @@ void ReadSave(JsonWalk& walk, const JsonPlace& place, SaveEvent& event) {
   event.area = walk.IntegerUnder(place, "area");
   const auto file = walk.Find(place, "save");
   if (!file || walk.Failed()) return;
-  if (event.file.empty()) walk.Fail(*file, "the name of a file cannot be empty");
   const std::string_view wrong = WrongInFilename(event.file);
   if (!wrong.empty()) walk.Fail(*file, std::string(wrong));
+  if (!event.file.ends_with(".png")) walk.Fail(*file, "expected the name of a file ending in .png");
 }
 
 void ReadExpect(JsonWalk& walk, const JsonPlace& place, ExpectEvent& event) {

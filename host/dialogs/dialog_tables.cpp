@@ -11,8 +11,7 @@ namespace sorvanix::host {
 
 namespace {
 
-// The tables' functions carry no context, so what they fall back on is the process's.
-constinit decltype(BitmapTable::load) loadBitmap = nullptr;
+// The tables' functions carry no context, so what one falls back on is the process's.
 constinit decltype(DocumentListTable::load) loadDocument = nullptr;
 
 bool ShowsPictures() noexcept {
@@ -210,11 +209,6 @@ std::int32_t OpenInViewer(const HostFilename* filename) noexcept {
   });
 }
 
-// Who shows no pictures is answered as if none was there: a missing picture leaves its area empty.
-std::int32_t LoadBitmap(HostBitmap* bitmap, const HostFilename* filename) noexcept {
-  return loadBitmap != nullptr && ShowsPictures() ? loadBitmap(bitmap, filename) : 0;
-}
-
 // A dialog does not open without the scene of its preview, so there is one, but without objects.
 HostDocument* LoadDocument(const HostFilename* filename) noexcept {
   if (ShowsPictures()) return loadDocument != nullptr ? loadDocument(filename) : nullptr;
@@ -234,7 +228,6 @@ void InstallDialogs(HostTables& tables) noexcept {
   InstallForms(tables.dialogForm);
   InstallPreviewThreads(tables.thread);
   tables.file.openInViewer = OpenInViewer;
-  loadBitmap = std::exchange(tables.bitmap.load, LoadBitmap);
   loadDocument = std::exchange(tables.documentList.load, LoadDocument);
 }
 

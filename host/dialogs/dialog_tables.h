@@ -6,7 +6,7 @@
 namespace sorvanix::host {
 
 /// Fills the tables; what they do is the work of the current dialog service. To be installed after
-/// bitmaps and documents: a service that shows no pictures is spared their loading.
+/// documents: a dialog that shows no pictures is given an empty scene for its preview at once.
 void InstallDialogs(HostTables& tables) noexcept;
 
 }  // namespace sorvanix::host
