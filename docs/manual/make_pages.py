@@ -15,6 +15,7 @@ import sys
 from make_pictures import name_of
 
 CATEGORIES = {"generator": "Generators", "surface": "Surfaces", "filter": "Filters"}
+CATEGORY_OF_ONE = {"generator": "Generator", "surface": "Surface", "filter": "Filter"}
 CATEGORY_NOTES = {
     "generator": "They make a picture out of nothing but coordinates.",
     "surface": "They answer to how a surface lies, what lights it, and what is near.",
@@ -60,6 +61,13 @@ def number(value):
     return f"{value:.7g}"
 
 
+def shown(value):
+    """A number to be read, not typed: with a minus sign and gaps between thousands."""
+    if abs(value) >= 1e4 and value == int(value) and abs(value) < 1e9:
+        return f"{int(value):,}".replace(",", "\N{NARROW NO-BREAK SPACE}").replace("-", "\N{MINUS SIGN}")
+    return number(value).replace("-", "\N{MINUS SIGN}", 1) if value < 0 else number(value)
+
+
 def swatch(colour):
     channels = ", ".join(str(round(255 * min(max(c, 0), 1))) for c in colour)
     return f'<span class="swatch" style="background: rgb({channels})"></span>'
@@ -103,8 +111,8 @@ def range_of(row):
     if low is None and high is None:
         return "any whole number" if row["type"] == "int" else "any number"
     if high is None:
-        return f"from {number(low)}"
-    return f"{number(low)} to {number(high)}"
+        return f"from {shown(low)}"
+    return f"{shown(low)} to {shown(high)}"
 
 
 # How the dialog shows a value, beside its range.
@@ -151,16 +159,15 @@ def parameters_table(shader):
             f"<th>Default</th></tr></thead>\n<tbody>{rows}</tbody></table>")
 
 
-def figures(page):
-    """The pictures; the first is the shader's face in the index too."""
+def figures(pictures):
     parts = []
-    for row in page["pictures"]:
+    for row in pictures:
         source = row.get("material") or row.get("scene") or row["picture"]
         kind = "square" if "material" in row else "wide"
         parts.append(f'<figure class="{kind}"><img src="pictures/{name_of(source)}" '
                      f'alt="{text(row["caption"])}"><figcaption>{text(row["caption"])}</figcaption>'
                      "</figure>")
-    return f'<div class="figures">{"".join(parts)}</div>'
+    return f'<div class="figures">{"".join(parts)}</div>' if parts else ""
 
 
 def quoted_material(page, root):
@@ -188,15 +195,18 @@ def keys_table(shader, manual):
 
 def shader_page(shader, page, manual, root):
     told = (root / "docs/manual/pages" / f"{slug(shader)}.html").read_text(encoding="utf-8").strip()
-    kind = CATEGORIES[shader["category"]]
+    kind = CATEGORY_OF_ONE[shader["category"]]
+    own, sheets = ([row for row in page["pictures"] if ("picture" in row) == sheet]
+                   for sheet in (False, True))
     parts = [f"<h1>{text(plain_title(shader))}</h1>",
              f'<p class="summary">{text(shader["summary"])} <span class="kind">{kind}</span></p>',
-             figures(page), told, inputs_table(shader), parameters_table(shader),
+             figures(own), told, figures(sheets), inputs_table(shader), parameters_table(shader),
              keys_table(shader, manual), quoted_material(page, root)]
     return "\n".join(part for part in parts if part)
 
 
 def card(shader, page):
+    """A shader in the index; its face is the first picture."""
     row = page["pictures"][0]
     picture = name_of(row.get("material") or row.get("scene"))
     return (f'<a class="card" href="{slug(shader)}.html"><img src="pictures/{picture}" alt="">'
