@@ -105,6 +105,19 @@ class Dialogs(unittest.TestCase):
             for gadget in ids:
                 self.assertEqual(number, gadget // 1000 * 1000)
 
+    def test_code_and_layout_know_the_same_gadgets(self):
+        for shader, (number, title, preview) in FAMILY.items():
+            with self.subTest(shader=shader):
+                known = SHADERS[shader].get("dialog")
+                if known is None:
+                    self.skipTest("no dialog yet")
+                self.assertEqual((number, title, preview),
+                                 (known["id"], known["titleArea"], known.get("previewArea")))
+                # The ids of pages are values of their tabs.
+                laid_out = {element["id"] for element in elements(DIALOGS[number]["layout"])
+                            if "id" in element and element["kind"] != "page"}
+                self.assertEqual(laid_out, set(known["gadgets"]))
+
     def test_titles_and_previews_are_areas_with_the_familys_ids(self):
         for shader, (number, title, preview) in FAMILY.items():
             areas = {element["id"] for element in elements(DIALOGS[number]["layout"])
