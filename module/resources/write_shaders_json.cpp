@@ -1,17 +1,21 @@
 // Writes Resources/shaders.json from the shaders' tables: the one description that host, command
 // line, studio and manual read. Run by the build: write_shaders_json STRINGS FILE, with the texts
 // that hold the shaders' titles.
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <fstream>
 #include <iterator>
 #include <nlohmann/json.hpp>
+#include <set>
 
+#include "module/shaders/generators/noise_2d_dialog.h"
 #include "module/shell/registry.h"
 
 namespace {
 
 using Json = nlohmann::ordered_json;
+using sorvanix::EditorTable;
 using sorvanix::Field;
 using sorvanix::Ramp;
 using sorvanix::RegistryRow;
@@ -22,6 +26,11 @@ using sorvanix::ValueKind;
 constexpr const char* kKindNames[] = {"int", "bool", "float", "vector", "string"};
 constexpr const char* kUnitNames[] = {"", "percent", "degrees", "colour", "radians"};
 constexpr const char* kCategoryNames[] = {"generator", "surface", "filter"};
+
+// The dialogs of the shaders; Buffy has none.
+const EditorTable* const kEditors[] = {
+    &sorvanix::kNoise2DEditor,
+};
 
 template <class Enum, std::size_t count>
 const char* NameOf(Enum value, const char* const (&names)[count]) {
@@ -121,6 +130,27 @@ bool IsRampCount(const ShaderTable& table, const Field& field) {
   return table.ramp.given() && field.offset == table.ramp.offset + offsetof(Ramp, count);
 }
 
+const EditorTable* EditorOf(const ShaderTable& table) {
+  const auto found =
+      std::find_if(std::begin(kEditors), std::end(kEditors),
+                   [&](const EditorTable* editor) { return editor->shader == &table; });
+  return found == std::end(kEditors) ? nullptr : *found;
+}
+
+// Every gadget that the dialog's code knows, for the test that the layout has just these.
+Json DialogOf(const EditorTable& editor) {
+  std::set<std::int32_t> ids = {editor.titleArea};
+  if (editor.HasPreview()) ids.insert(editor.previewArea);
+  for (const sorvanix::Gadget& gadget : editor.gadgets) ids.insert(gadget.id);
+  for (const sorvanix::EnablingRule& rule : editor.enabling) {
+    ids.insert(rule.gadgets.begin(), rule.gadgets.end());
+  }
+  ids.insert(editor.furtherGadgets.begin(), editor.furtherGadgets.end());
+  Json dialog = {{"id", editor.dialogId}, {"titleArea", editor.titleArea}, {"gadgets", ids}};
+  if (editor.HasPreview()) dialog["previewArea"] = editor.previewArea;
+  return dialog;
+}
+
 // The title that the module registers the shader under.
 Json TitleOf(const RegistryRow& row, const Json& strings) {
   if (row.nameStringId == sorvanix::kLiteralTitle) return row.literalTitle;
@@ -143,6 +173,7 @@ Json ShaderOf(const RegistryRow& row, const Json& strings) {
     }
   }
   if (table.ramp.given()) shader["parameters"].push_back(RampOf(table));
+  if (const EditorTable* editor = EditorOf(table)) shader["dialog"] = DialogOf(*editor);
   return shader;
 }
 
