@@ -42,8 +42,8 @@ Written WritePictures(const Edited& edited, const std::atomic<bool>& cancelled) 
   for (const host::SavedPicture& saved : edited.pictures) {
     const PlannedPicture picture = {
         host::PathFromUtf8(saved.file), {host::FileFormat::Png, host::PixelDepth::Eight}, {}, {}};
-    const auto hash =
-        WritePicture(picture, ImageOf(saved.picture), {.program = kProgramName}, cancelled);
+    const auto hash = WritePicture(picture, ImageOf(saved.picture),
+                                   {.program = kProgramName, .recipe = {}}, cancelled);
     if (!hash) return tl::unexpected(hash.error());
   }
   return {};
