@@ -1,7 +1,7 @@
 // Writes Resources/shaders.json from the shaders' tables: the one description that host, command
-// line, studio and manual read. Run by the build: write_shaders_json STRINGS FILE, with the texts
-// that hold the shaders' titles.
-#include <algorithm>
+// line, studio and manual read. Run by the build: write_shaders_json STRINGS FILE GADGETS, with the
+// texts that hold the shaders' titles, and a file for the gadgets of the dialogs, which the tests
+// compare with the layouts.
 #include <cmath>
 #include <cstdio>
 #include <fstream>
@@ -130,14 +130,7 @@ bool IsRampCount(const ShaderTable& table, const Field& field) {
   return table.ramp.given() && field.offset == table.ramp.offset + offsetof(Ramp, count);
 }
 
-const EditorTable* EditorOf(const ShaderTable& table) {
-  const auto found =
-      std::find_if(std::begin(kEditors), std::end(kEditors),
-                   [&](const EditorTable* editor) { return editor->shader == &table; });
-  return found == std::end(kEditors) ? nullptr : *found;
-}
-
-// Every gadget that the dialog's code knows, for the test that the layout has just these.
+// Every gadget that the code of a dialog knows.
 Json DialogOf(const EditorTable& editor) {
   std::set<std::int32_t> ids = {editor.titleArea};
   if (editor.HasPreview()) ids.insert(editor.previewArea);
@@ -173,15 +166,22 @@ Json ShaderOf(const RegistryRow& row, const Json& strings) {
     }
   }
   if (table.ramp.given()) shader["parameters"].push_back(RampOf(table));
-  if (const EditorTable* editor = EditorOf(table)) shader["dialog"] = DialogOf(*editor);
   return shader;
+}
+
+bool Write(const Json& document, const char* name) {
+  std::ofstream file(name);
+  file << document.dump(2) << '\n';
+  file.close();
+  if (!file) std::fprintf(stderr, "write_shaders_json: cannot write %s\n", name);
+  return !file.fail();
 }
 
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
-  if (argumentCount != 3) {
-    std::fprintf(stderr, "usage: write_shaders_json STRINGS FILE\n");
+  if (argumentCount != 4) {
+    std::fprintf(stderr, "usage: write_shaders_json STRINGS FILE GADGETS\n");
     return 2;
   }
   std::ifstream texts(arguments[1]);
@@ -190,12 +190,7 @@ int main(int argumentCount, char** arguments) {
   for (const RegistryRow& row : sorvanix::ShaderRegistry()) {
     document["shaders"].push_back(ShaderOf(row, strings));
   }
-  std::ofstream file(arguments[2]);
-  file << document.dump(2) << '\n';
-  file.close();
-  if (!file) {
-    std::fprintf(stderr, "write_shaders_json: cannot write %s\n", arguments[2]);
-    return 5;
-  }
-  return 0;
+  Json dialogs = Json::object();
+  for (const EditorTable* editor : kEditors) dialogs[editor->shader->name] = DialogOf(*editor);
+  return Write(document, arguments[2]) && Write(dialogs, arguments[3]) ? 0 : 5;
 }
