@@ -67,6 +67,19 @@ float HandleValue(const Ramp& ramp, const RampHandle& handle) {
   }
 }
 
+void SetHandleValue(Ramp& ramp, const RampHandle& handle, float value) {
+  switch (handle.kind) {
+    case HandleKind::Knot:
+      MoveKnot(ramp, handle.knot, value, PixelOfPosition(value));
+      break;
+    case HandleKind::Bias:
+      ramp.knots[handle.knot].bias = static_cast<float>(Clamp01(value));
+      break;
+    default:
+      break;
+  }
+}
+
 RampHandle BiasHandleAt(const Ramp& ramp, std::int32_t x, std::int32_t y) {
   if (!HasBiasHandles(ramp)) return {};
   const std::int32_t last = LiveKnots(ramp.count) - 1;

@@ -20,6 +20,11 @@ struct RampHandle {
 /// `selected` of a ramp stands for the bias handle of knot 0 from here on.
 inline constexpr std::int32_t kFirstBiasHandle = RampMaxKnots;
 
+/// The position handle of the knot that a handle belongs to.
+constexpr RampHandle KnotOf(const RampHandle& handle) {
+  return handle ? RampHandle{HandleKind::Knot, handle.knot} : RampHandle{};
+}
+
 /// What `selected` names; none for a number that names no live knot.
 RampHandle SelectedHandle(const Ramp& ramp);
 
@@ -28,6 +33,10 @@ void SelectHandle(Ramp& ramp, const RampHandle& handle);
 
 /// A knot's position as it is, a bias limited to 0..1; 0 without a handle.
 float HandleValue(const Ramp& ramp, const RampHandle& handle);
+
+/// Moves a handle: a knot to a position, which is not limited, past its neighbours if need be; a
+/// bias to 0..1. Does nothing without a handle.
+void SetHandleValue(Ramp& ramp, const RampHandle& handle, float value);
 
 /// The topmost bias handle, or knot, whose shape holds the pixel. Diamonds are looked for in the
 /// rows above the strip, pointers in those below it.

@@ -2,18 +2,15 @@
 #include "module/editors/gradient_picture.h"
 
 #include "module/editors/gradient_handles.h"
+#include "module/editors/gradient_scale.h"
 
 namespace sorvanix {
 
 namespace {
 
-constexpr Pixel Grey(std::uint8_t value) { return {value, value, value}; }
+constexpr Pixel Grey(std::int32_t value) { return {value, value, value}; }
 
-constexpr Pixel kBlack = Grey(0);
-constexpr Pixel kWhite = Grey(255);
 constexpr Pixel kGround = Grey(150);
-constexpr Pixel kHandleFace = Grey(205);
-constexpr Pixel kHandleFaceSelected = Grey(240);
 
 // A ring of the frame, from the strip outwards. Light falls from the upper left, so that a dark
 // upper and left side and a light lower and right one look sunken.
@@ -21,89 +18,97 @@ struct FrameRing {
   Pixel upperLeft, lowerRight;
 };
 constexpr FrameRing kFrame[] = {
-    {kBlack, kBlack}, {Grey(100), Grey(100)}, {Grey(122), Grey(182)}, {Grey(138), Grey(166)}};
+    {Grey(0), Grey(0)}, {Grey(100), Grey(100)}, {Grey(122), Grey(182)}, {Grey(138), Grey(166)}};
 
-std::uint8_t ByteOfChannel(double channel) {
-  return static_cast<std::uint8_t>(Clamp01NanToZero(channel) * 255.99);
-}
+// How a handle is drawn.
+struct HandleLook {
+  Pixel outline, face;
+};
+constexpr HandleLook kPlainHandle = {Grey(0), Grey(205)};
+constexpr HandleLook kSelectedHandle = {Grey(255), Grey(80)};
 
-void PaintGround(GradientPicture& picture) {
-  for (auto& row : picture.rows) row.fill(kGround);
-}
-
-void PaintStrip(const Ramp& ramp, GradientPicture& picture) {
-  for (std::int32_t x = kStripLeft; x <= kStripRight; ++x) {
-    const Pixel pixel =
-        PixelOfColour(SampleRamp(PositionOfPixel(x), ramp.knots, ramp.count, ramp.interpolation));
-    for (std::int32_t y = kStripTop; y <= kStripBottom; ++y) picture.Set(x, y, pixel);
+// All borders included.
+void Fill(HostBitmap* bitmap, std::int32_t left, std::int32_t top, std::int32_t right,
+          std::int32_t bottom, const Pixel& pixel) {
+  for (std::int32_t y = top; y <= bottom; ++y) {
+    for (std::int32_t x = left; x <= right; ++x) hostBitmapSetPixel(bitmap, x, y, pixel);
   }
 }
 
-void PaintFrame(GradientPicture& picture) {
-  std::int32_t distance = 0;
+void PaintStrip(const Ramp& ramp, HostBitmap* bitmap) {
+  for (std::int32_t x = kStripLeft; x <= kStripRight; ++x) {
+    const float t = PositionOfPixel(x);
+    const Vector colour = SampleRamp(t, ramp.knots, ramp.count, ramp.interpolation);
+    Fill(bitmap, x, kStripTop, x, kStripBottom, PixelOfColour(colour));
+  }
+}
+
+void PaintFrame(HostBitmap* bitmap) {
+  std::int32_t left = kStripLeft, top = kStripTop, right = kStripRight, bottom = kStripBottom;
   for (const FrameRing& ring : kFrame) {
-    ++distance;
-    const std::int32_t left = kStripLeft - distance, right = kStripRight + distance;
-    const std::int32_t top = kStripTop - distance, bottom = kStripBottom + distance;
-    for (std::int32_t y = top; y <= bottom; ++y) {
-      picture.Set(left, y, ring.upperLeft);
-      picture.Set(right, y, ring.lowerRight);
-    }
-    for (std::int32_t x = left; x <= right; ++x) picture.Set(x, top, ring.upperLeft);
-    for (std::int32_t x = left + 1; x <= right; ++x) picture.Set(x, bottom, ring.lowerRight);
+    --left, --top, ++right, ++bottom;
+    Fill(bitmap, left, top, right, top, ring.upperLeft);
+    Fill(bitmap, left, top, left, bottom, ring.upperLeft);
+    Fill(bitmap, right, top + 1, right, bottom, ring.lowerRight);
+    Fill(bitmap, left + 1, bottom, right, bottom, ring.lowerRight);
   }
 }
 
 // One row of a handle: its outline at both ends, its face between.
-void PaintHandleRow(GradientPicture& picture, std::int32_t x, std::int32_t y,
-                    std::int32_t halfWidth, const Pixel& outline, const Pixel& face) {
-  for (std::int32_t dx = 1 - halfWidth; dx < halfWidth; ++dx) picture.Set(x + dx, y, face);
-  picture.Set(x - halfWidth, y, outline);
-  picture.Set(x + halfWidth, y, outline);
+void PaintHandleRow(HostBitmap* bitmap, std::int32_t x, std::int32_t y, std::int32_t halfWidth,
+                    const HandleLook& look) {
+  Fill(bitmap, x - halfWidth, y, x + halfWidth, y, look.face);
+  hostBitmapSetPixel(bitmap, x - halfWidth, y, look.outline);
+  hostBitmapSetPixel(bitmap, x + halfWidth, y, look.outline);
 }
 
 // A house with its ridge at the strip. Its roof is the handle's face, its walls show the colour.
-void PaintPointer(const RampKnot& knot, std::int32_t x, bool selected, GradientPicture& picture) {
+void PaintPointer(HostBitmap* bitmap, std::int32_t x, const Vector& colour,
+                  const HandleLook& roof) {
   constexpr std::int32_t kWallTop = kPointerTop + 5;
-  const Pixel outline = selected ? kWhite : kBlack;
-  const Pixel colour = PixelOfColour(knot.colour);
+  const HandleLook wall = {roof.outline, PixelOfColour(colour)};
   for (std::int32_t y = kPointerTop; y < kPointerBottom; ++y) {
-    const Pixel face = y < kWallTop ? (selected ? kHandleFaceSelected : kHandleFace) : colour;
-    PaintHandleRow(picture, x, y, PointerHalfWidth(y), outline, face);
+    PaintHandleRow(bitmap, x, y, PointerHalfWidth(y), y < kWallTop ? roof : wall);
   }
   const std::int32_t halfWidth = PointerHalfWidth(kPointerBottom);
-  PaintHandleRow(picture, x, kPointerBottom, halfWidth, outline, outline);
+  Fill(bitmap, x - halfWidth, kPointerBottom, x + halfWidth, kPointerBottom, roof.outline);
 }
 
-void PaintDiamond(std::int32_t x, bool selected, GradientPicture& picture) {
+void PaintDiamond(HostBitmap* bitmap, std::int32_t x, const HandleLook& look) {
   for (std::int32_t y = 0; y <= kDiamondBottom; ++y) {
-    PaintHandleRow(picture, x, y, DiamondHalfWidth(y), selected ? kWhite : kBlack,
-                   selected ? kHandleFaceSelected : kHandleFace);
+    PaintHandleRow(bitmap, x, y, DiamondHalfWidth(y), look);
   }
 }
 
-void PaintHandles(const Ramp& ramp, GradientPicture& picture) {
+void PaintHandles(const Ramp& ramp, HostBitmap* bitmap) {
   const RampHandle selected = SelectedHandle(ramp);
+  const auto lookOf = [&](HandleKind kind, std::int32_t knot) -> const HandleLook& {
+    return selected == RampHandle{kind, knot} ? kSelectedHandle : kPlainHandle;
+  };
   for (std::int32_t i = 0; i < ramp.count; ++i) {
     const std::int32_t knot = ramp.order[i];
-    PaintPointer(ramp.knots[knot], PixelOfKnot(ramp, knot),
-                 selected == RampHandle{HandleKind::Knot, knot}, picture);
+    PaintPointer(bitmap, PixelOfKnot(ramp, knot), ramp.knots[knot].colour,
+                 lookOf(HandleKind::Knot, knot));
     if (knot + 1 == ramp.count || !HasBiasHandles(ramp)) continue;
-    PaintDiamond(PixelOfBias(ramp, knot), selected == RampHandle{HandleKind::Bias, knot}, picture);
+    PaintDiamond(bitmap, PixelOfBias(ramp, knot), lookOf(HandleKind::Bias, knot));
   }
+}
+
+std::int32_t ByteOfChannel(double channel) {
+  return static_cast<std::int32_t>(Clamp01NanToZero(channel) * 255.99);
 }
 
 }  // namespace
 
-Pixel PixelOfColour(const Vector& colour) {
+Pixel PixelOfColour(const Vector& colour) noexcept {
   return {ByteOfChannel(colour.x), ByteOfChannel(colour.y), ByteOfChannel(colour.z)};
 }
 
-void PaintGradient(const Ramp& ramp, GradientPicture& picture) {
-  PaintGround(picture);
-  PaintStrip(ramp, picture);
-  PaintFrame(picture);
-  PaintHandles(ramp, picture);
+void PaintGradient(const Ramp& ramp, HostBitmap* bitmap) noexcept {
+  Fill(bitmap, 0, 0, kGradientWidth - 1, kGradientHeight - 1, kGround);
+  PaintStrip(ramp, bitmap);
+  PaintFrame(bitmap);
+  PaintHandles(ramp, bitmap);
 }
 
 }  // namespace sorvanix
