@@ -1,0 +1,124 @@
+// The About dialog: closes on a click into its picture and on Escape.
+#include "module/editors/about_dialog.h"
+
+#include <limits>
+
+#include "module/editors/plugin_files.h"
+#include "module/editors/user_area.h"
+#include "module/shell/host_channel.h"
+#include "module/shell/host_container.h"
+#include "module/shell/resource_bundle.h"
+
+namespace sorvanix {
+
+namespace {
+
+constexpr std::int32_t kDialogId = 35000;
+constexpr std::int32_t kTitleTextId = 10019;
+constexpr std::int32_t kAreaGadget = 35000;  // the same number as the dialog's, deliberately
+constexpr std::int32_t kDocumentationGadgets[] = {35001, 35002};
+constexpr std::int32_t kEscapeGadget = 35006;  // tells that Escape was pressed
+constexpr std::int32_t kFocusGadget = 35007;
+
+class AboutArea final : public UserArea {
+ public:
+  explicit AboutArea(HostDialog* dialog) noexcept : dialog_(dialog) {}
+
+ protected:
+  bool GetMinSize(std::int32_t* width, std::int32_t* height) noexcept override {
+    constexpr std::int32_t kHeight = 250;
+    LoadOnce();
+    const std::int32_t pictureWidth = hostBitmapWidth(picture_.get());
+    *width = pictureWidth > 0 ? pictureWidth - 1 : 0;
+    *height = kHeight;
+    return true;
+  }
+  bool Init() noexcept override {
+    LoadOnce();
+    return true;
+  }
+  void Draw() noexcept override { hostAreaDrawBitmap(get(), picture_.get(), 0, 0); }
+  bool Input(const AreaInputEvent& event) noexcept override {
+    if (!event.IsLeftPress()) return false;
+    hostDialogClose(dialog_, true);
+    return true;
+  }
+
+ private:
+  // A missing picture leaves the area empty.
+  void LoadOnce() noexcept {
+    if (loaded_) return;
+    loaded_ = true;
+    picture_.Load(ResourceFile("sorvanix About.tif").get());
+  }
+
+  HostDialog* dialog_;
+  OwnedBitmap picture_;
+  bool loaded_ = false;
+};
+
+// The folder of the documentation stands beside that of the module.
+void OpenDocumentation() noexcept {
+  const OwnedFilename parent = hostFilenameDirectory(ModuleFolder());
+  const OwnedFilename folder = hostFilenameAppend(parent, "Documentation");
+  hostOpenInViewer(hostFilenameAppend(folder, "index.html").get());
+}
+
+class AboutDialog {
+ public:
+  AboutDialog() noexcept : dialog_(Receive, this), area_(dialog_.get()) {}
+
+  void Run() noexcept {
+    if (!Create()) return;
+    hostDialogSetInt(dialog_.get(), kEscapeGadget, 0, std::numeric_limits<std::int32_t>::min(),
+                     std::numeric_limits<std::int32_t>::max(), 1);
+    hostDialogFocus(dialog_.get(), kFocusGadget);
+    hostDialogOpen(dialog_.get());
+    area_.Detach();
+  }
+
+ private:
+  bool Create() noexcept {
+    ResourceBundle resources;
+    if (!resources.Open(ModuleFolder())) return false;
+    if (hostDialogLoad(dialog_.get(), resources.get(), kDialogId) == 0) return false;
+    hostDialogSetTitle(dialog_.get(), resources.Text(kTitleTextId).get());
+    area_.Attach(dialog_.get(), kAreaGadget);
+    return true;
+  }
+
+  static std::int32_t Receive(void* context, std::int32_t id, const HostContainer* message,
+                              HostContainer*) noexcept {
+    return static_cast<AboutDialog*>(context)->Answer(id, message) ? 1 : 0;
+  }
+
+  bool Answer(std::int32_t id, const HostContainer* message) noexcept {
+    if (id == DialogKey) return Key(hostContainerGetInt(message, InputChannel, 0));
+    for (const std::int32_t gadget : kDocumentationGadgets) {
+      if (id != gadget) continue;
+      OpenDocumentation();
+      return true;
+    }
+    return false;
+  }
+
+  bool Key(Word key) noexcept {
+    if (key != KeyEscape) return false;
+    hostDialogSetInt(dialog_.get(), kEscapeGadget, 1, std::numeric_limits<std::int32_t>::min(),
+                     std::numeric_limits<std::int32_t>::max(), 1);
+    hostDialogClose(dialog_.get(), false);
+    return true;
+  }
+
+  OwnedDialog dialog_;
+  AboutArea area_;
+};
+
+}  // namespace
+
+void ShowAbout(const char*) noexcept {
+  AboutDialog about;
+  about.Run();
+}
+
+}  // namespace sorvanix
