@@ -3,6 +3,7 @@
 
 #include "module/editors/gradient_handles.h"
 #include "module/editors/gradient_scale.h"
+#include "module/editors/pixel.h"
 
 namespace sorvanix {
 
@@ -39,7 +40,7 @@ void PaintStrip(const Ramp& ramp, HostBitmap* bitmap) {
   for (std::int32_t x = kStripLeft; x <= kStripRight; ++x) {
     const float t = PositionOfPixel(x);
     const Vector colour = SampleRamp(t, ramp.knots, ramp.count, ramp.interpolation);
-    Fill(bitmap, x, kStripTop, x, kStripBottom, PixelOfColour(colour));
+    Fill(bitmap, x, kStripTop, x, kStripBottom, PixelOf(colour));
   }
 }
 
@@ -66,7 +67,7 @@ void PaintHandleRow(HostBitmap* bitmap, std::int32_t x, std::int32_t y, std::int
 void PaintPointer(HostBitmap* bitmap, std::int32_t x, const Vector& colour,
                   const HandleLook& roof) {
   constexpr std::int32_t kWallTop = kPointerTop + 5;
-  const HandleLook wall = {roof.outline, PixelOfColour(colour)};
+  const HandleLook wall = {roof.outline, PixelOf(colour)};
   for (std::int32_t y = kPointerTop; y < kPointerBottom; ++y) {
     PaintHandleRow(bitmap, x, y, PointerHalfWidth(y), y < kWallTop ? roof : wall);
   }
@@ -94,15 +95,7 @@ void PaintHandles(const Ramp& ramp, HostBitmap* bitmap) {
   }
 }
 
-std::int32_t ByteOfChannel(double channel) {
-  return static_cast<std::int32_t>(Clamp01NanToZero(channel) * 255.99);
-}
-
 }  // namespace
-
-Pixel PixelOfColour(const Vector& colour) noexcept {
-  return {ByteOfChannel(colour.x), ByteOfChannel(colour.y), ByteOfChannel(colour.z)};
-}
 
 void PaintGradient(const Ramp& ramp, HostBitmap* bitmap) noexcept {
   Fill(bitmap, 0, 0, kGradientWidth - 1, kGradientHeight - 1, kGround);

@@ -6,10 +6,6 @@
 
 namespace sorvanix {
 
-/// A colour as its pixel shows it: each channel times 255.99, truncated and limited to 0..255. NaN
-/// gives 0.
-Pixel PixelOfColour(const Vector& colour) noexcept;
-
 /// Draws the strip, its frame, and the handles in the ramp's order, so that its last entry lies on
 /// top. The selected handle is highlighted. The bitmap is kGradientWidth by kGradientHeight.
 void PaintGradient(const Ramp& ramp, HostBitmap* bitmap) noexcept;

@@ -2,34 +2,11 @@
 #include "module/editors/gradient_ramp.h"
 
 #include <algorithm>
-#include <atomic>
-#include <bit>
 
+#include "module/editors/shared_words.h"
 #include "module/kit/ramp_edit.h"
 
 namespace sorvanix {
-
-namespace {
-
-void StoreWord(std::int32_t& word, std::int32_t value) noexcept {
-  if (word != value) std::atomic_ref(word).store(value, std::memory_order_relaxed);
-}
-
-// Bits are compared, not numbers: a zero may change its sign, and a NaN need not be stored again.
-void StoreWord(float& word, float value) noexcept {
-  if (std::bit_cast<std::uint32_t>(word) == std::bit_cast<std::uint32_t>(value)) return;
-  std::atomic_ref(word).store(value, std::memory_order_relaxed);
-}
-
-void StoreKnot(RampKnot& knot, const RampKnot& value) noexcept {
-  StoreWord(knot.colour.x, value.colour.x);
-  StoreWord(knot.colour.y, value.colour.y);
-  StoreWord(knot.colour.z, value.colour.z);
-  StoreWord(knot.position, value.position);
-  StoreWord(knot.bias, value.bias);
-}
-
-}  // namespace
 
 Ramp RampInBlock::Load() const noexcept {
   Ramp ramp;
@@ -45,13 +22,11 @@ Ramp RampInBlock::Load() const noexcept {
 
 void RampInBlock::Store(const Ramp& ramp) const noexcept {
   if (knots == nullptr) return;
-  for (std::int32_t i = 0; i < RampMaxKnots; ++i) {
-    StoreKnot(knots[i], ramp.knots[i]);
-    StoreWord(order[i], ramp.order[i]);
-  }
-  StoreWord(*interpolation, ramp.interpolation);
-  StoreWord(*count, ramp.count);
-  StoreWord(*selected, ramp.selected);
+  StoreShared(knots, 0, ramp.knots);
+  StoreShared(order, 0, ramp.order);
+  StoreInt(interpolation, 0, ramp.interpolation);
+  StoreInt(count, 0, ramp.count);
+  StoreInt(selected, 0, ramp.selected);
 }
 
 }  // namespace sorvanix

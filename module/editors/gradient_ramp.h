@@ -1,8 +1,7 @@
 // A ramp where it lies in a block that is being edited: read as a whole, written back word by word.
 //
 // A preview may read the block on its own thread at any time. It takes a word-wise snapshot and
-// lives with old and new values mixed, so every word that changes is stored by itself, as a relaxed
-// atomic.
+// lives with old and new values mixed, so every word is stored by itself, as a relaxed atomic.
 #pragma once
 
 #include "module/kit/ramp.h"
@@ -20,7 +19,7 @@ struct RampInBlock {
   /// The ramp with a count of 0..RampMaxKnots and an order that names each live knot once.
   Ramp Load() const noexcept;
 
-  /// Stores every word that differs from the block's.
+  /// Stores all of its words.
   void Store(const Ramp& ramp) const noexcept;
 };
 
