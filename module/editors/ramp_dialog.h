@@ -20,6 +20,13 @@ struct RampGadgets {
   RampValue shown = RampValue::OfHandle;
 };
 
+/// The ids that no gadget table names.
+template <RampGadgets gadgets>
+inline constexpr std::int32_t kIdsOfRamp[] = {gadgets.area, gadgets.value};
+
+/// These dialogs take every number for a preview object; one without a scene shows nothing.
+inline constexpr Limits kAnyPreviewObject = {.step = 1};
+
 /// Its keys are those of the gradient area: neither revert nor reset nor random.
 class RampDialog : public ShaderDialog {
  public:

@@ -1,6 +1,7 @@
 // The gadgets of Bright/Contrast.
 #include "module/shaders/filters/bright_contrast_dialog.h"
 
+#include "module/editors/preview_members.h"
 #include "module/editors/shader_dialog.h"
 #include "module/shaders/filters/bright_contrast.h"
 
@@ -22,9 +23,7 @@ constexpr Gadget kGadgets[] = {
 };
 
 constexpr std::int32_t kSceneGadgets[] = {15021};
-constexpr EnablingRule kEnabling[] = {
-    {kSceneGadgets, [](const void* b) noexcept { return BlockAs<Block>(b).previewObject != 0; }},
-};
+constexpr EnablingRule kEnabling[] = {{kSceneGadgets, ShowsScene<Block>}};
 
 constexpr RandomDraw kRandom[] = {
     {AT(brightness), 2, -1},
@@ -46,11 +45,7 @@ constexpr EditorTable kBrightContrastEditor = {
     .missingResources = "Unable to find dialog resources for sorvaNIX Brightness/Contrast",
     .gadgets = kGadgets,
     .enabling = kEnabling,
-    .preview = {.object = AT(previewObject),
-                .dirty = AT(changed),
-                .automatic = AT(previewAuto),
-                .inScene = AT(previewBusy),
-                .channel = AT(previewChannel)},
+    .preview = PreviewMembersOf<Block>(),
     .reset = {AT(brightness), AT(levelHigh)},
     .random = kRandom,
 };

@@ -1,6 +1,7 @@
 // The gadgets of Colorizer.
 #include "module/shaders/filters/colorizer_dialog.h"
 
+#include "module/editors/preview_members.h"
 #include "module/editors/ramp_dialog.h"
 #include "module/shaders/filters/colorizer.h"
 
@@ -10,7 +11,6 @@ namespace {
 
 using Block = ColorizerBlock;
 #define GADGET(id, member) SORVANIX_GADGET(Block, id, member)
-#define AT(member) offsetof(Block, member)
 
 constexpr RampGadgets kRamp = {
     .area = 17001, .value = 17002, .interpolation = 17003, .shown = RampValue::OfPosition};
@@ -23,12 +23,8 @@ constexpr Gadget kGadgets[] = {
     {GADGET(17017, previewAuto)},
 };
 
-constexpr std::int32_t kRampIds[] = {kRamp.area, kRamp.value};
-
 constexpr std::int32_t kSceneGadgets[] = {17017};
-constexpr EnablingRule kEnabling[] = {
-    {kSceneGadgets, [](const void* b) noexcept { return BlockAs<Block>(b).previewObject != 0; }},
-};
+constexpr EnablingRule kEnabling[] = {{kSceneGadgets, ShowsScene<Block>}};
 
 }  // namespace
 
@@ -43,15 +39,10 @@ constexpr EditorTable kColorizerEditor = {
     .missingResources = "Unable to find dialog resources for sorvaNIX Colorizer",
     .gadgets = kGadgets,
     .enabling = kEnabling,
-    .furtherGadgets = kRampIds,
-    .preview = {.object = AT(previewObject),
-                .dirty = AT(changed),
-                .automatic = AT(previewAuto),
-                .inScene = AT(previewBusy),
-                .channel = AT(previewChannel)},
+    .furtherGadgets = kIdsOfRamp<kRamp>,
+    .preview = PreviewMembersOf<Block>(),
 };
 
-#undef AT
 #undef GADGET
 
 std::int32_t EditColorizer(ShaderInstance* instance) noexcept {

@@ -1,6 +1,7 @@
 // The gadgets of Distorter.
 #include "module/shaders/filters/distorter_dialog.h"
 
+#include "module/editors/preview_members.h"
 #include "module/editors/shader_dialog.h"
 #include "module/shaders/filters/distorter.h"
 
@@ -36,9 +37,7 @@ constexpr Gadget kGadgets[] = {
 };
 
 constexpr std::int32_t kSceneGadgets[] = {14036};
-constexpr EnablingRule kEnabling[] = {
-    {kSceneGadgets, [](const void* b) noexcept { return BlockAs<Block>(b).previewObject != 0; }},
-};
+constexpr EnablingRule kEnabling[] = {{kSceneGadgets, ShowsScene<Block>}};
 
 constexpr RandomDraw kRandom[] = {
     {AT(warpType), 2.99}, {AT(strength), 2, -1},  {AT(scaleX), 2, -1}, {AT(scaleY), 2, -1},
@@ -58,11 +57,7 @@ constexpr EditorTable kDistorterEditor = {
     .missingResources = "Unable to find dialog resources for sorvaNIX Distorter",
     .gadgets = kGadgets,
     .enabling = kEnabling,
-    .preview = {.object = AT(previewObject),
-                .dirty = AT(changed),
-                .automatic = AT(previewAuto),
-                .inScene = AT(previewBusy),
-                .channel = AT(previewChannel)},
+    .preview = PreviewMembersOf<Block>(),
     .reset = {AT(warpType), AT(tile)},
     .random = kRandom,
 };

@@ -1,6 +1,7 @@
 // The gadgets of Hue.
 #include "module/shaders/filters/hue_dialog.h"
 
+#include "module/editors/preview_members.h"
 #include "module/editors/shader_dialog.h"
 #include "module/editors/shared_words.h"
 #include "module/shaders/filters/hue.h"
@@ -32,9 +33,7 @@ constexpr Gadget kGadgets[] = {
 };
 
 constexpr std::int32_t kSceneGadgets[] = {24029};
-constexpr EnablingRule kEnabling[] = {
-    {kSceneGadgets, [](const void* b) noexcept { return BlockAs<Block>(b).previewObject != 0; }},
-};
+constexpr EnablingRule kEnabling[] = {{kSceneGadgets, ShowsScene<Block>}};
 
 constexpr RandomDraw kRandom[] = {
     {AT(hueShift), 360, -180}, {AT(saturationShift), 2, -1}, {AT(lightnessShift), 2, -1},
@@ -55,11 +54,7 @@ constexpr EditorTable kHueEditor = {
     .gadgets = kGadgets,
     .enabling = kEnabling,
     .furtherGadgets = kTabIds,
-    .preview = {.object = AT(previewObject),
-                .dirty = AT(changed),
-                .automatic = AT(previewAuto),
-                .inScene = AT(previewBusy),
-                .channel = AT(previewChannel)},
+    .preview = PreviewMembersOf<Block>(),
     .reset = {AT(hueShift), AT(colorLightness)},
     .random = kRandom,
 };

@@ -1,6 +1,7 @@
 // The gadgets of Posterizer.
 #include "module/shaders/filters/posterizer_dialog.h"
 
+#include "module/editors/preview_members.h"
 #include "module/editors/shader_dialog.h"
 #include "module/shaders/filters/posterizer.h"
 
@@ -27,9 +28,7 @@ constexpr Gadget kGadgets[] = {
 };
 
 constexpr std::int32_t kSceneGadgets[] = {26017};
-constexpr EnablingRule kEnabling[] = {
-    {kSceneGadgets, [](const void* b) noexcept { return BlockAs<Block>(b).previewObject != 0; }},
-};
+constexpr EnablingRule kEnabling[] = {{kSceneGadgets, ShowsScene<Block>}};
 
 constexpr RandomDraw kRandom[] = {
     {AT(levels), 19.99, 1},
@@ -49,11 +48,7 @@ constexpr EditorTable kPosterizerEditor = {
     .missingResources = "Unable to find dialog resources for sorvaNIX Posterizer",
     .gadgets = kGadgets,
     .enabling = kEnabling,
-    .preview = {.object = AT(previewObject),
-                .dirty = AT(changed),
-                .automatic = AT(previewAuto),
-                .inScene = AT(previewBusy),
-                .channel = AT(previewChannel)},
+    .preview = PreviewMembersOf<Block>(),
     .reset = {AT(levels), AT(softness)},
     .random = kRandom,
 };

@@ -1,6 +1,7 @@
 // The gadgets of Gradient.
 #include "module/shaders/generators/gradient_dialog.h"
 
+#include "module/editors/preview_members.h"
 #include "module/editors/ramp_dialog.h"
 #include "module/shaders/generators/gradient.h"
 
@@ -11,9 +12,6 @@ namespace {
 using Block = GradientBlock;
 #define GADGET(id, member) SORVANIX_GADGET(Block, id, member)
 #define AT(member) offsetof(Block, member)
-
-// Whatever the block may hold: an object without a scene leaves the picture as it is.
-constexpr Limits kAnyPreviewObject = {.step = 1};
 
 constexpr RampGadgets kRamp = {.area = 18001, .value = 18002, .interpolation = 18003};
 
@@ -52,8 +50,7 @@ constexpr EnablingRule kEnabling[] = {
      [](const void* b) noexcept { return IsIn3D(b) && TypeOf(b) != GradientSphere3D; }},
     {kRadiusGadgets,
      [](const void* b) noexcept { return IsIn3D(b) && TypeOf(b) != GradientLinear3D; }},
-    {kSceneGadgets, [](const void* b) noexcept { return BlockAs<Block>(b).previewObject != 0; }},
-};
+    {kSceneGadgets, ShowsScene<Block>}};
 
 }  // namespace
 

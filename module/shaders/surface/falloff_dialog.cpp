@@ -1,6 +1,7 @@
 // The gadgets of Falloff.
 #include "module/shaders/surface/falloff_dialog.h"
 
+#include "module/editors/preview_members.h"
 #include "module/editors/ramp_dialog.h"
 #include "module/shaders/surface/falloff.h"
 
@@ -10,10 +11,6 @@ namespace {
 
 using Block = FalloffBlock;
 #define GADGET(id, member) SORVANIX_GADGET(Block, id, member)
-#define AT(member) offsetof(Block, member)
-
-// Whatever the block may hold: an object without a scene leaves the picture as it is.
-constexpr Limits kAnyPreviewObject = {.step = 1};
 
 constexpr RampGadgets kRamp = {.area = 20001, .value = 20003, .interpolation = 20004};
 
@@ -28,12 +25,8 @@ constexpr Gadget kGadgets[] = {
     {GADGET(20014, previewAuto)},
 };
 
-constexpr std::int32_t kRampIds[] = {kRamp.area, kRamp.value};
-
 constexpr std::int32_t kSceneGadgets[] = {20014};
-constexpr EnablingRule kEnabling[] = {
-    {kSceneGadgets, [](const void* b) noexcept { return BlockAs<Block>(b).previewObject != 0; }},
-};
+constexpr EnablingRule kEnabling[] = {{kSceneGadgets, ShowsScene<Block>}};
 
 }  // namespace
 
@@ -48,15 +41,10 @@ constexpr EditorTable kFalloffEditor = {
     .missingResources = "Unable to find dialog resources for sorvaNIX Falloff",
     .gadgets = kGadgets,
     .enabling = kEnabling,
-    .furtherGadgets = kRampIds,
-    .preview = {.object = AT(previewObject),
-                .dirty = AT(changed),
-                .automatic = AT(previewAuto),
-                .inScene = AT(previewBusy),
-                .channel = AT(previewChannel)},
+    .furtherGadgets = kIdsOfRamp<kRamp>,
+    .preview = PreviewMembersOf<Block>(),
 };
 
-#undef AT
 #undef GADGET
 
 std::int32_t EditFalloff(ShaderInstance* instance) noexcept {

@@ -1,6 +1,7 @@
 // The gadgets of Fresnel.
 #include "module/shaders/surface/fresnel_dialog.h"
 
+#include "module/editors/preview_members.h"
 #include "module/editors/ramp_dialog.h"
 #include "module/shaders/surface/fresnel.h"
 
@@ -10,10 +11,6 @@ namespace {
 
 using Block = FresnelBlock;
 #define GADGET(id, member) SORVANIX_GADGET(Block, id, member)
-#define AT(member) offsetof(Block, member)
-
-// Whatever the block may hold: an object without a scene leaves the picture as it is.
-constexpr Limits kAnyPreviewObject = {.step = 1};
 
 constexpr RampGadgets kRamp = {.area = 27001, .value = 27002, .interpolation = 27003};
 
@@ -25,12 +22,8 @@ constexpr Gadget kGadgets[] = {
     {GADGET(27009, sideMode)},
 };
 
-constexpr std::int32_t kRampIds[] = {kRamp.area, kRamp.value};
-
 constexpr std::int32_t kSceneGadgets[] = {27008};
-constexpr EnablingRule kEnabling[] = {
-    {kSceneGadgets, [](const void* b) noexcept { return BlockAs<Block>(b).previewObject != 0; }},
-};
+constexpr EnablingRule kEnabling[] = {{kSceneGadgets, ShowsScene<Block>}};
 
 }  // namespace
 
@@ -46,15 +39,10 @@ constexpr EditorTable kFresnelEditor = {
     .missingResources = "Unable to find dialog resources for sorvaNIX Falloff",
     .gadgets = kGadgets,
     .enabling = kEnabling,
-    .furtherGadgets = kRampIds,
-    .preview = {.object = AT(previewObject),
-                .dirty = AT(changed),
-                .automatic = AT(previewAuto),
-                .inScene = AT(previewBusy),
-                .channel = AT(previewChannel)},
+    .furtherGadgets = kIdsOfRamp<kRamp>,
+    .preview = PreviewMembersOf<Block>(),
 };
 
-#undef AT
 #undef GADGET
 
 std::int32_t EditFresnel(ShaderInstance* instance) noexcept {
