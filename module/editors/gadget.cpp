@@ -23,10 +23,9 @@ std::int32_t FormatOf(const Gadget& gadget, const Field& field) noexcept {
   switch (field.unit) {
     case Unit::Percent:
       return FormatPercent;
-    case Unit::Degrees:
     case Unit::Radians:
       return FormatDegrees;
-    default:
+    default:  // degrees in the block are shown as the plain numbers that they are
       return FormatReal;
   }
 }
@@ -46,6 +45,28 @@ std::int32_t ToInt(double value) noexcept {
 float SizeOf(float frequency) noexcept { return frequency > 0 ? 1 / frequency : kEndless; }
 float FrequencyOf(float size) noexcept { return size == 0 ? kEndless : 1 / size; }
 
+// Between what the member holds and what the gadget shows.
+float ShownValue(Shown shown, float value) noexcept {
+  switch (shown) {
+    case Shown::Reciprocal:
+      return SizeOf(value);
+    case Shown::Doubled:
+      return 2 * value;
+    default:
+      return value;
+  }
+}
+float HeldValue(Shown shown, float value) noexcept {
+  switch (shown) {
+    case Shown::Reciprocal:
+      return FrequencyOf(value);
+    case Shown::Doubled:
+      return 0.5f * value;
+    default:
+      return value;
+  }
+}
+
 void ShowInt(HostDialog* dialog, const Gadget& gadget, const Field& field,
              std::int32_t value) noexcept {
   if (IsSwitch(field)) {
@@ -62,9 +83,8 @@ void ShowFloat(HostDialog* dialog, const Gadget& gadget, const Field& field, flo
   const auto bounded = [](double limit) {
     return std::clamp(static_cast<float>(limit), -kEndless, kEndless);
   };
-  hostDialogSetFloat(dialog, gadget.id, gadget.shown == Shown::Reciprocal ? SizeOf(value) : value,
-                     bounded(limits.minimum), bounded(limits.maximum), bounded(limits.step),
-                     FormatOf(gadget, field));
+  hostDialogSetFloat(dialog, gadget.id, ShownValue(gadget.shown, value), bounded(limits.minimum),
+                     bounded(limits.maximum), bounded(limits.step), FormatOf(gadget, field));
 }
 
 // The value of a message as the member holds it.
@@ -77,8 +97,7 @@ std::int32_t TakenFrom(const HostContainer* message, const Gadget&) noexcept {
 }
 template <>
 float TakenFrom(const HostContainer* message, const Gadget& gadget) noexcept {
-  const float value = hostContainerGetFloat(message, DialogValue, 0);
-  return gadget.shown == Shown::Reciprocal ? FrequencyOf(value) : value;
+  return HeldValue(gadget.shown, hostContainerGetFloat(message, DialogValue, 0));
 }
 template <>
 Vector TakenFrom(const HostContainer* message, const Gadget&) noexcept {
