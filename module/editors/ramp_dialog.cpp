@@ -1,6 +1,7 @@
 // Between the gradient area, its value gadget and the shell.
 #include "module/editors/ramp_dialog.h"
 
+#include "module/shell/block.h"
 #include "module/shell/host_container.h"
 
 namespace sorvanix {
