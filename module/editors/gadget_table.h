@@ -15,7 +15,8 @@ namespace sorvanix {
 /// How a gadget shows the value of its member.
 enum class Shown : std::uint8_t {
   AsItIs,
-  Reciprocal  ///< a size in place of a frequency; 9e18 where the frequency is 0 or below
+  Reciprocal,  ///< a size in place of a frequency; 9e18 where the frequency is 0 or below
+  Component    ///< one number of a vector, at which `member` points
 };
 
 /// What a change of the value means for the preview.
@@ -99,7 +100,8 @@ struct EditorTable {
   std::span<const EnablingRule> enabling = {};
   std::span<const std::int32_t> furtherGadgets = {};  ///< ids that only code of the dialog names
   PreviewMembers preview = {};
-  MemberRange reset = {};  ///< the fields that reset brings back to what Alloc stores
+  /// The fields that reset brings back to what Alloc stores; the preview's object stays.
+  MemberRange reset = {};
   std::span<const RandomDraw> random = {};
 
   constexpr bool HasPreview() const { return previewArea != 0; }
