@@ -148,6 +148,7 @@ void ShaderDialog::Take(const Gadget& gadget, const Field& field, const HostCont
                         std::int32_t id) noexcept {
   if (!TakeGadget(gadget, field, message, session_.block())) return;
   if (gadget.effect != Effect::None) MarkDirty();
+  Edited(gadget.member);
   Derive();
   if (field.kind != ValueKind::Link) ShowMember(gadget.member, id);
   ShowScene();
