@@ -123,7 +123,7 @@ class Dialogs(unittest.TestCase):
         kinds = {element["id"]: element["kind"] for element in elements(DIALOGS[ABOUT]["layout"])
                  if "id" in element}
         self.assertEqual({35000: "area", 35001: "button", 35002: "button", 35006: "integer",
-                          35007: "label"}, kinds)
+                          35007: "button"}, kinds)
 
     def test_titles_and_previews_are_areas_with_the_familys_ids(self):
         for shader, (number, title, preview) in FAMILY.items():
