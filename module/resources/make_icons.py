@@ -1,6 +1,6 @@
 """Draws the dialogs' icons as TIFF pictures: logo, spacer and titles of the strip, and About's.
 
-usage: make_icons.py TARGET_FOLDER
+usage: make_icons.py TARGET_FOLDER | --check    (which only looks whether PIL and the fonts are there)
 
 Everything is computed, as the shaders' pictures are: each title carries the mark of its shader.
 """
@@ -128,6 +128,10 @@ def about(marks):
 
 
 def main():
+    if sys.argv[1] == "--check":
+        for weight in ("Light", "Regular", "Black"):
+            font(weight, 10)
+        return
     target = pathlib.Path(sys.argv[1])
     target.mkdir(parents=True, exist_ok=True)
     marks = {name: mark_of(function, MARK_SIZE) for name, function in icon_marks.MARKS.items()}
