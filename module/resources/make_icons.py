@@ -1,6 +1,7 @@
 """Draws the dialogs' icons as TIFF pictures: logo, spacer and titles of the strip, and About's.
 
-usage: make_icons.py TARGET_FOLDER | --check    (which only looks whether PIL and the fonts are there)
+usage: make_icons.py TARGET_FOLDER
+       make_icons.py --check    (only looks whether PIL and the fonts are there)
 
 Everything is computed, as the shaders' pictures are: each title carries the mark of its shader.
 """
