@@ -64,8 +64,10 @@ def number(value):
 def shown(value):
     """A number to be read, not typed: with a minus sign and gaps between thousands."""
     if abs(value) >= 1e4 and value == int(value) and abs(value) < 1e9:
-        return f"{int(value):,}".replace(",", "\N{NARROW NO-BREAK SPACE}").replace("-", "\N{MINUS SIGN}")
-    return number(value).replace("-", "\N{MINUS SIGN}", 1) if value < 0 else number(value)
+        written = f"{int(value):,}".replace(",", "\N{NARROW NO-BREAK SPACE}")
+    else:
+        written = number(value)
+    return "\N{MINUS SIGN}" + written[1:] if written.startswith("-") else written
 
 
 def swatch(colour):
@@ -144,7 +146,8 @@ def inputs_table(shader):
     rows = "".join(f'<tr id="{text(row["name"])}"><td><b>{text(row["label"])}</b></td>'
                    f'<td><code>{text(row["name"])}</code></td><td>{text(row["help"])}</td></tr>'
                    for row in shader["inputs"])
-    return ("<h2>Inputs</h2>\n<p>Each takes another shader, another material file or a bitmap.</p>\n"
+    return ("<h2>Inputs</h2>\n"
+            "<p>Each takes another shader, another material file or a bitmap.</p>\n"
             "<table><thead><tr><th>Label</th><th>Name</th><th>Meaning</th></tr></thead>"
             f"<tbody>{rows}</tbody></table>")
 
@@ -189,7 +192,8 @@ def keys_table(shader, manual):
     rows = "".join(f"<tr><td>{' '.join(f'<kbd>{text(key)}</kbd>' for key in row['keys'])}</td>"
                    f"<td>{text(row['action'])}</td></tr>"
                    for name in names for row in manual["keys"][name])
-    return ("<h2>Keys in the dialog</h2>\n<table><thead><tr><th>Keys</th><th>Action</th></tr></thead>"
+    return ("<h2>Keys in the dialog</h2>\n"
+            "<table><thead><tr><th>Keys</th><th>Action</th></tr></thead>"
             f"<tbody>{rows}</tbody></table>")
 
 

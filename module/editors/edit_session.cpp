@@ -38,8 +38,12 @@ EditSession::~EditSession() { record_.Free(&working_); }
 bool EditSession::MakeCopy() noexcept {
   working_.channel = original_->channel;
   if (record_.Alloc(&working_) == 0) return false;
-  if (OwnsObjects(*table_.shader) && record_.Copy(original_, &working_) == 0) return false;
+  const bool ownsObjects = OwnsObjects(*table_.shader);
+  if (ownsObjects && record_.Copy(original_, &working_) == 0) return false;
   CopySharedWords(*table_.shader, original_->data, working_.data);
+  // What Copy makes stands alone, and so must its words.
+  if (ownsObjects) StoreInt(working_.data, table_.shader->nestedOffset, 0);
+  StoreInt(working_.data, table_.preview.channel, original_->channel);
   return true;
 }
 

@@ -14,6 +14,10 @@ namespace {
 
 static_assert(std::bit_cast<std::uint32_t>(kEndless) == 0x5EF9CCD9);
 
+ValueKind KindOf(const Gadget& gadget, const Field& field) noexcept {
+  return gadget.shown == Shown::Component ? ValueKind::Float : field.kind;
+}
+
 const Limits& LimitsOf(const Gadget& gadget, const Field& field) noexcept {
   return gadget.limits.given() ? gadget.limits : field.limits;
 }
@@ -23,10 +27,9 @@ std::int32_t FormatOf(const Gadget& gadget, const Field& field) noexcept {
   switch (field.unit) {
     case Unit::Percent:
       return FormatPercent;
-    case Unit::Degrees:
     case Unit::Radians:
       return FormatDegrees;
-    default:
+    default:  // degrees in the block are shown as the plain numbers that they are
       return FormatReal;
   }
 }
@@ -46,6 +49,28 @@ std::int32_t ToInt(double value) noexcept {
 float SizeOf(float frequency) noexcept { return frequency > 0 ? 1 / frequency : kEndless; }
 float FrequencyOf(float size) noexcept { return size == 0 ? kEndless : 1 / size; }
 
+// Between what the member holds and what the gadget shows.
+float ShownValue(Shown shown, float value) noexcept {
+  switch (shown) {
+    case Shown::Reciprocal:
+      return SizeOf(value);
+    case Shown::Doubled:
+      return 2 * value;
+    default:
+      return value;
+  }
+}
+float HeldValue(Shown shown, float value) noexcept {
+  switch (shown) {
+    case Shown::Reciprocal:
+      return FrequencyOf(value);
+    case Shown::Doubled:
+      return 0.5f * value;
+    default:
+      return value;
+  }
+}
+
 void ShowInt(HostDialog* dialog, const Gadget& gadget, const Field& field,
              std::int32_t value) noexcept {
   if (IsSwitch(field)) {
@@ -62,9 +87,8 @@ void ShowFloat(HostDialog* dialog, const Gadget& gadget, const Field& field, flo
   const auto bounded = [](double limit) {
     return std::clamp(static_cast<float>(limit), -kEndless, kEndless);
   };
-  hostDialogSetFloat(dialog, gadget.id, gadget.shown == Shown::Reciprocal ? SizeOf(value) : value,
-                     bounded(limits.minimum), bounded(limits.maximum), bounded(limits.step),
-                     FormatOf(gadget, field));
+  hostDialogSetFloat(dialog, gadget.id, ShownValue(gadget.shown, value), bounded(limits.minimum),
+                     bounded(limits.maximum), bounded(limits.step), FormatOf(gadget, field));
 }
 
 // The value of a message as the member holds it.
@@ -77,8 +101,7 @@ std::int32_t TakenFrom(const HostContainer* message, const Gadget&) noexcept {
 }
 template <>
 float TakenFrom(const HostContainer* message, const Gadget& gadget) noexcept {
-  const float value = hostContainerGetFloat(message, DialogValue, 0);
-  return gadget.shown == Shown::Reciprocal ? FrequencyOf(value) : value;
+  return HeldValue(gadget.shown, hostContainerGetFloat(message, DialogValue, 0));
 }
 template <>
 Vector TakenFrom(const HostContainer* message, const Gadget&) noexcept {
@@ -101,14 +124,17 @@ bool Take(const Gadget& gadget, const HostContainer* message, void* block) noexc
 }  // namespace
 
 const Field* FieldOf(const ShaderTable& table, std::uint32_t member) noexcept {
-  const auto found = std::find_if(table.fields.begin(), table.fields.end(),
-                                  [member](const Field& f) { return f.offset == member; });
+  const auto found =
+      std::find_if(table.fields.begin(), table.fields.end(), [member](const Field& field) {
+        const std::size_t size = field.kind == ValueKind::Vector ? sizeof(Vector) : 1;
+        return member >= field.offset && member < field.offset + size;
+      });
   return found == table.fields.end() ? nullptr : &*found;
 }
 
 void ShowGadget(HostDialog* dialog, const Gadget& gadget, const Field& field,
                 void* block) noexcept {
-  switch (field.kind) {
+  switch (KindOf(gadget, field)) {
     case ValueKind::Int:
     case ValueKind::Bool:
       return ShowInt(dialog, gadget, field, MemberAt<std::int32_t>(block, gadget.member));
@@ -130,7 +156,7 @@ bool TakeGadget(const Gadget& gadget, const Field& field, const HostContainer* m
                 void* block) noexcept {
   if (field.kind == ValueKind::Link) return true;  // the host changed what the link holds
   if (hostContainerFind(message, DialogValue) < 0) return false;
-  switch (field.kind) {
+  switch (KindOf(gadget, field)) {
     case ValueKind::Int:
     case ValueKind::Bool:
       return Take<std::int32_t>(gadget, message, block);

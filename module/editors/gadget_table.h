@@ -15,7 +15,9 @@ namespace sorvanix {
 /// How a gadget shows the value of its member.
 enum class Shown : std::uint8_t {
   AsItIs,
-  Reciprocal  ///< a size in place of a frequency; 9e18 where the frequency is 0 or below
+  Reciprocal,  ///< a size in place of a frequency; 9e18 where the frequency is 0 or below
+  Doubled,     ///< the whole width in place of half of it; limits are those of the whole
+  Component    ///< one number of a vector, at which `member` points
 };
 
 /// What a change of the value means for the preview.
@@ -60,11 +62,12 @@ inline const Block& BlockAs(const void* block) noexcept {
   return *static_cast<const Block*>(block);
 }
 
-/// One step of random: the member becomes a random number below `range`, truncated where it is an
-/// integer. A colour takes three draws, blue first.
+/// One step of random: the member becomes a random number from `from` on, below `from` + `range`,
+/// and the integer below it where it is one. A colour takes three draws, blue first.
 struct RandomDraw {
   std::uint32_t member;
   double range = 1;
+  double from = 0;
 };
 
 /// What a shader's preview goes by; a member that the shader lacks is kNoMember.
@@ -75,6 +78,7 @@ struct PreviewMembers {
   std::uint32_t animated = kNoMember;  ///< of the flat picture
   std::uint32_t speed = kNoMember;     ///< of the animation
   std::uint32_t inScene = kNoMember;   ///< 1 in the copy that a preview scene shows
+  std::uint32_t channel = kNoMember;   ///< the material channel, told to the working copy
 };
 
 /// Members from the first to the last, both included, by their offsets.
@@ -99,7 +103,8 @@ struct EditorTable {
   std::span<const EnablingRule> enabling = {};
   std::span<const std::int32_t> furtherGadgets = {};  ///< ids that only code of the dialog names
   PreviewMembers preview = {};
-  MemberRange reset = {};  ///< the fields that reset brings back to what Alloc stores
+  /// The fields that reset brings back to what Alloc stores; the preview's object stays.
+  MemberRange reset = {};
   std::span<const RandomDraw> random = {};
 
   constexpr bool HasPreview() const { return previewArea != 0; }

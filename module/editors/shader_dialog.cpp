@@ -24,23 +24,22 @@ bool IsOfGadget(const Gadget& gadget, const Field& field, std::int32_t id) noexc
   return id >= gadget.id && id < gadget.id + ids;
 }
 
-float Draw(double range) noexcept { return static_cast<float>(sharedGenerator.Next01() * range); }
+double Draw(const RandomDraw& draw) noexcept {
+  return sharedGenerator.Next01() * draw.range + draw.from;
+}
 
 void DrawInto(const RandomDraw& draw, ValueKind kind, void* block) noexcept {
   switch (kind) {
     case ValueKind::Int:
-    case ValueKind::Bool: {
-      const double drawn = std::floor(sharedGenerator.Next01() * draw.range);
-      StoreShared(block, draw.member, static_cast<std::int32_t>(drawn));
-      return;
-    }
+    case ValueKind::Bool:
+      return StoreShared(block, draw.member, static_cast<std::int32_t>(std::floor(Draw(draw))));
     case ValueKind::Float:
-      return StoreShared(block, draw.member, Draw(draw.range));
+      return StoreShared(block, draw.member, static_cast<float>(Draw(draw)));
     case ValueKind::Vector: {
       Vector colour;
-      colour.z = Draw(draw.range);
-      colour.y = Draw(draw.range);
-      colour.x = Draw(draw.range);
+      colour.z = static_cast<float>(Draw(draw));
+      colour.y = static_cast<float>(Draw(draw));
+      colour.x = static_cast<float>(Draw(draw));
       return StoreShared(block, draw.member, colour);
     }
     default:
@@ -149,6 +148,7 @@ void ShaderDialog::Take(const Gadget& gadget, const Field& field, const HostCont
                         std::int32_t id) noexcept {
   if (!TakeGadget(gadget, field, message, session_.block())) return;
   if (gadget.effect != Effect::None) MarkDirty();
+  Edited(gadget.member);
   Derive();
   if (field.kind != ValueKind::Link) ShowMember(gadget.member, id);
   ShowScene();

@@ -4,8 +4,8 @@ usage: expand_dialogs.py SHADERS_JSON TARGET_FOLDER LAYOUT...
 
 A layout of a shader says which gadget edits which parameter and where it stands. Label, help, unit
 and choices are the parameter's, so that nothing about a shader is written twice. What many dialogs
-have alike is written in short: "preview", "ramp", "pair", "triple", and templates of a layout's own.
-The result follows dialog_schema.json. Mistakes are told with file and JSON pointer.
+have alike is written in short: "preview", "ramp", "pair", "triple", and templates of a layout's
+own. The result follows dialog_schema.json. Mistakes are told with file and JSON pointer.
 """
 import json
 import pathlib
@@ -96,7 +96,8 @@ class Expander:
             raise LayoutError(pointer, f'the shader has no parameter "{name}"')
         row = self.parameters[name]
         if row["type"] not in types:
-            raise LayoutError(pointer, f'"{name}" is of type {row["type"]}, not {" or ".join(types)}')
+            wanted = " or ".join(types)
+            raise LayoutError(pointer, f'"{name}" is of type {row["type"]}, not {wanted}')
         return row
 
     def element(self, source, pointer, headings=()):
@@ -172,7 +173,8 @@ class Expander:
         label_id = gadget.pop("labelId", None)
         if label_id is None:
             return gadget
-        label = {"kind": "label", "id": self.take_id(label_id, pointer), "text": gadget.pop("label")}
+        label = {"kind": "label", "id": label_id, "text": gadget.pop("label")}
+        self.take_id(label_id, pointer)
         return {"kind": "row", "children": [label, gadget]}
 
     def described(self, source, pointer, headings, types):
@@ -207,8 +209,8 @@ class Expander:
 
     def expand_triple(self, source, pointer, headings):
         """Three fields in a row behind one label. Those of a vector are named by its components."""
-        label = without_empty({"kind": "label", "id": source.get("labelId"), "text": source["label"]})
-        row = [self.expand_label(label, pointer, headings)]
+        label = {"kind": "label", "id": source.get("labelId"), "text": source["label"]}
+        row = [self.expand_label(without_empty(label), pointer, headings)]
         for gadget_id, name, component in zip(source["ids"], source["parameters"], "XYZ"):
             field = {"kind": "real", "id": gadget_id, "parameter": name}
             if self.parameters.get(name, {}).get("type") == "vector":

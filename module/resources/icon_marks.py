@@ -1,7 +1,7 @@
 """The marks of the shaders: one small picture each of what the shader does, as a function.
 
-A mark takes a point of the square from (-1, -1), its top left, to (1, 1), and gives the colour there,
-or None where the strip behind it shows.
+A mark takes a point of the square from (-1, -1), its top left, to (1, 1), and gives the colour
+there, or None where the strip behind it shows.
 """
 import colorsys
 import math
@@ -187,7 +187,8 @@ def distorter(x, y):
     u = x + 0.16 * math.sin(3.4 * y + 0.6)
     v = y + 0.16 * math.sin(3.4 * x + 1.2)
     line = min(abs(math.remainder(u, 0.5)), abs(math.remainder(v, 0.5)))
-    return mix((0.95, 0.91, 1), mix(PLUM, VIOLET, 0.25 + 0.3 * (v + 1) / 2), smooth(0.03, 0.07, line))
+    ground = mix(PLUM, VIOLET, 0.25 + 0.3 * (v + 1) / 2)
+    return mix((0.95, 0.91, 1), ground, smooth(0.03, 0.07, line))
 
 
 def fusion(x, y):

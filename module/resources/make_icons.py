@@ -1,6 +1,7 @@
-"""Draws the dialogs' icons as TIFF pictures: the title strip's logo, spacer and titles, and About's.
+"""Draws the dialogs' icons as TIFF pictures: logo, spacer and titles of the strip, and About's.
 
 usage: make_icons.py TARGET_FOLDER
+       make_icons.py --check    (only looks whether PIL and the fonts are there)
 
 Everything is computed, as the shaders' pictures are: each title carries the mark of its shader.
 """
@@ -19,7 +20,7 @@ SUPER = 3  # drawn so much larger, then averaged
 
 STRIP_TOP, STRIP_BOTTOM = (47, 53, 63), (29, 33, 40)
 LINES = {0: (66, 73, 85), HEIGHT - 2: (18, 21, 26), HEIGHT - 1: (12, 14, 18)}
-TEXT, FAINT = (232, 235, 240), (150, 159, 172)
+TEXT, ACCENT = (232, 235, 240), (242, 174, 73)
 FONTS = pathlib.Path("/usr/share/fonts/truetype/lato")
 
 # Titles that are written otherwise than their files are named.
@@ -70,13 +71,14 @@ def paste_mark(picture, mark, x, y):
     picture.paste(ImageChops.add(dimmed, colours), box)
 
 
-def wordmark(draw, x, y, size):
-    """The product's name with its baseline at y; gives the place behind it."""
+def wordmark(draw, x, y, size, centred=False):
+    """The product's name from x on, or around it, with its baseline at y."""
     light, bold = font("Light", size), font("Black", size)
+    behind = light.getlength("sorva") + size / 20
+    if centred:
+        x -= (behind + bold.getlength("NIX")) / 2
     draw.text((x, y), "sorva", TEXT, light, anchor="ls")
-    x += light.getlength("sorva") + size / 20
-    draw.text((x, y), "NIX", (242, 174, 73), bold, anchor="ls")
-    return x + bold.getlength("NIX")
+    draw.text((x + behind, y), "NIX", ACCENT, bold, anchor="ls")
 
 
 def logo():
@@ -113,13 +115,12 @@ def bands(size):
 
 def about(marks):
     """The name over the bands, and all marks in two rows."""
-    width, height = ABOUT_SIZE
+    width = ABOUT_SIZE[0]
     picture = bands(ABOUT_SIZE)
     draw = ImageDraw.Draw(picture)
-    size = 52
-    length = font("Light", size).getlength("sorva") + size / 20 + font("Black", size).getlength("NIX")
-    wordmark(draw, (width - length) / 2, 88, size)
-    draw.text((width / 2, 116), "procedural channel shaders", TEXT, font("Regular", 15), anchor="ms")
+    wordmark(draw, width / 2, 88, 52, centred=True)
+    draw.text((width / 2, 116), "procedural channel shaders", TEXT, font("Regular", 15),
+              anchor="ms")
     step = 42
     left = (width - 7 * step - MARK_SIZE) // 2
     for i, mark in enumerate(marks):
@@ -128,6 +129,10 @@ def about(marks):
 
 
 def main():
+    if sys.argv[1] == "--check":
+        for weight in ("Light", "Regular", "Black"):
+            font(weight, 10)
+        return
     target = pathlib.Path(sys.argv[1])
     target.mkdir(parents=True, exist_ok=True)
     marks = {name: mark_of(function, MARK_SIZE) for name, function in icon_marks.MARKS.items()}

@@ -9,7 +9,23 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
+#include "module/shaders/filters/bright_contrast_dialog.h"
+#include "module/shaders/filters/colorizer_dialog.h"
+#include "module/shaders/filters/distorter_dialog.h"
+#include "module/shaders/filters/fusion_dialog.h"
+#include "module/shaders/filters/hue_dialog.h"
+#include "module/shaders/filters/posterizer_dialog.h"
+#include "module/shaders/generators/gradient_dialog.h"
 #include "module/shaders/generators/noise_2d_dialog.h"
+#include "module/shaders/generators/noise_3d_dialog.h"
+#include "module/shaders/generators/noise_dialog.h"
+#include "module/shaders/generators/tiles_dialog.h"
+#include "module/shaders/surface/banj_dialog.h"
+#include "module/shaders/surface/falloff_dialog.h"
+#include "module/shaders/surface/fresnel_dialog.h"
+#include "module/shaders/surface/lumas_dialog.h"
+#include "module/shaders/surface/projector_dialog.h"
+#include "module/shaders/surface/proximal_dialog.h"
 #include "module/shell/registry.h"
 
 namespace {
@@ -29,7 +45,12 @@ constexpr const char* kCategoryNames[] = {"generator", "surface", "filter"};
 
 // The dialogs of the shaders; Buffy has none.
 const EditorTable* const kEditors[] = {
-    &sorvanix::kNoise2DEditor,
+    &sorvanix::kBanjEditor,       &sorvanix::kBrightContrastEditor, &sorvanix::kColorizerEditor,
+    &sorvanix::kDistorterEditor,  &sorvanix::kFalloffEditor,        &sorvanix::kFresnelEditor,
+    &sorvanix::kFusionEditor,     &sorvanix::kGradientEditor,       &sorvanix::kHueEditor,
+    &sorvanix::kLumasEditor,      &sorvanix::kNoise2DEditor,        &sorvanix::kNoise3DEditor,
+    &sorvanix::kPosterizerEditor, &sorvanix::kProjectorEditor,      &sorvanix::kProximalEditor,
+    &sorvanix::kTilesEditor,
 };
 
 template <class Enum, std::size_t count>

@@ -1,4 +1,4 @@
-"""The dialogs' icons exist under their names, are TIFF pictures, and fit together in a title strip."""
+"""The dialogs' icons exist under their names, are TIFF pictures, and fit together in a strip."""
 import pathlib
 import subprocess
 import sys
@@ -45,7 +45,7 @@ class Icons(unittest.TestCase):
             self.assertEqual(column.tobytes(), spacer.crop((x, 0, x + 1, spacer.height)).tobytes())
 
     def test_titles_differ(self):
-        self.assertEqual(len(TITLES), len({picture(f"{title} Title").tobytes() for title in TITLES}))
+        self.assertEqual(len(TITLES), len({picture(f"{name} Title").tobytes() for name in TITLES}))
 
     def test_about_has_the_size_of_its_area(self):
         self.assertEqual((400, 250), picture("sorvanix About").size)

@@ -7,6 +7,7 @@
 
 #include "module/kit/ramp_edit.h"
 #include "module/shaders/surface/along_ray.h"
+#include "module/shaders/surface/fresnel_dialog.h"
 #include "module/shell/host_stream.h"
 #include "module/shell/ramp_form.h"
 #include "module/shell/table_callbacks.h"
@@ -184,6 +185,7 @@ void Output(Vector* result, ShaderInstance* instance, ChannelSample* sample) noe
 
 void FillFresnelRecord(ShaderRecord* record) noexcept {
   TableCallbacks<kFresnelTable>::Fill(record);
+  record->Edit = EditFresnel;
   record->GetInfo = nullptr;
   record->Read = Read;
   record->InitRender = InitRender;
