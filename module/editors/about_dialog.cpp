@@ -17,8 +17,8 @@ constexpr std::int32_t kDialogId = 35000;
 constexpr std::int32_t kTitleTextId = 10019;
 constexpr std::int32_t kAreaGadget = 35000;  // the same number as the dialog's, deliberately
 constexpr std::int32_t kDocumentationGadgets[] = {35001, 35002};
-constexpr std::int32_t kEscapeGadget = 35006;  // tells that Escape was pressed
-constexpr std::int32_t kFocusGadget = 35007;
+constexpr std::int32_t kVersionGadget = 35006;  // of the host
+constexpr std::int32_t kCloseGadget = 35007;    // has the focus
 
 class AboutArea final : public UserArea {
  public:
@@ -70,9 +70,8 @@ class AboutDialog {
 
   void Run() noexcept {
     if (!Create()) return;
-    hostDialogSetInt(dialog_.get(), kEscapeGadget, 0, std::numeric_limits<std::int32_t>::min(),
-                     std::numeric_limits<std::int32_t>::max(), 1);
-    hostDialogFocus(dialog_.get(), kFocusGadget);
+    ShowVersion();
+    hostDialogFocus(dialog_.get(), kCloseGadget);
     hostDialogOpen(dialog_.get());
     area_.Detach();
   }
@@ -94,6 +93,10 @@ class AboutDialog {
 
   bool Answer(std::int32_t id, const HostContainer* message) noexcept {
     if (id == DialogKey) return Key(hostContainerGetInt(message, InputChannel, 0));
+    if (id == kCloseGadget) {
+      hostDialogClose(dialog_.get(), true);
+      return true;
+    }
     for (const std::int32_t gadget : kDocumentationGadgets) {
       if (id != gadget) continue;
       OpenDocumentation();
@@ -102,10 +105,16 @@ class AboutDialog {
     return false;
   }
 
+  // The widest range that an integer has: the host keeps it, and shows what it told.
+  void ShowVersion() noexcept {
+    using Range = std::numeric_limits<std::int32_t>;
+    hostDialogSetInt(dialog_.get(), kVersionGadget, static_cast<std::int32_t>(hostApi.version),
+                     Range::min(), Range::max(), 1);
+  }
+
   bool Key(Word key) noexcept {
     if (key != KeyEscape) return false;
-    hostDialogSetInt(dialog_.get(), kEscapeGadget, 1, std::numeric_limits<std::int32_t>::min(),
-                     std::numeric_limits<std::int32_t>::max(), 1);
+    ShowVersion();
     hostDialogClose(dialog_.get(), false);
     return true;
   }

@@ -14,6 +14,10 @@ namespace {
 
 static_assert(std::bit_cast<std::uint32_t>(kEndless) == 0x5EF9CCD9);
 
+ValueKind KindOf(const Gadget& gadget, const Field& field) noexcept {
+  return gadget.shown == Shown::Component ? ValueKind::Float : field.kind;
+}
+
 const Limits& LimitsOf(const Gadget& gadget, const Field& field) noexcept {
   return gadget.limits.given() ? gadget.limits : field.limits;
 }
@@ -120,14 +124,17 @@ bool Take(const Gadget& gadget, const HostContainer* message, void* block) noexc
 }  // namespace
 
 const Field* FieldOf(const ShaderTable& table, std::uint32_t member) noexcept {
-  const auto found = std::find_if(table.fields.begin(), table.fields.end(),
-                                  [member](const Field& f) { return f.offset == member; });
+  const auto found =
+      std::find_if(table.fields.begin(), table.fields.end(), [member](const Field& field) {
+        const std::size_t size = field.kind == ValueKind::Vector ? sizeof(Vector) : 1;
+        return member >= field.offset && member < field.offset + size;
+      });
   return found == table.fields.end() ? nullptr : &*found;
 }
 
 void ShowGadget(HostDialog* dialog, const Gadget& gadget, const Field& field,
                 void* block) noexcept {
-  switch (field.kind) {
+  switch (KindOf(gadget, field)) {
     case ValueKind::Int:
     case ValueKind::Bool:
       return ShowInt(dialog, gadget, field, MemberAt<std::int32_t>(block, gadget.member));
@@ -149,7 +156,7 @@ bool TakeGadget(const Gadget& gadget, const Field& field, const HostContainer* m
                 void* block) noexcept {
   if (field.kind == ValueKind::Link) return true;  // the host changed what the link holds
   if (hostContainerFind(message, DialogValue) < 0) return false;
-  switch (field.kind) {
+  switch (KindOf(gadget, field)) {
     case ValueKind::Int:
     case ValueKind::Bool:
       return Take<std::int32_t>(gadget, message, block);

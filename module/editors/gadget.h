@@ -10,7 +10,7 @@ namespace sorvanix {
 /// large enough for "as good as endless", with bits that documents hold.
 inline constexpr float kEndless = 9e18f;
 
-/// The row of a member; null for a member without one.
+/// The row of a member, or of the vector that it is part of; null for a member without one.
 const Field* FieldOf(const ShaderTable& table, std::uint32_t member) noexcept;
 
 /// Shows the member's value, with the limits that the gadget then keeps.

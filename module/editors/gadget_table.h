@@ -16,7 +16,8 @@ namespace sorvanix {
 enum class Shown : std::uint8_t {
   AsItIs,
   Reciprocal,  ///< a size in place of a frequency; 9e18 where the frequency is 0 or below
-  Doubled      ///< the whole width in place of half of it; limits are those of the whole
+  Doubled,     ///< the whole width in place of half of it; limits are those of the whole
+  Component    ///< one number of a vector, at which `member` points
 };
 
 /// What a change of the value means for the preview.
@@ -102,7 +103,8 @@ struct EditorTable {
   std::span<const EnablingRule> enabling = {};
   std::span<const std::int32_t> furtherGadgets = {};  ///< ids that only code of the dialog names
   PreviewMembers preview = {};
-  MemberRange reset = {};  ///< the fields that reset brings back to what Alloc stores
+  /// The fields that reset brings back to what Alloc stores; the preview's object stays.
+  MemberRange reset = {};
   std::span<const RandomDraw> random = {};
 
   constexpr bool HasPreview() const { return previewArea != 0; }

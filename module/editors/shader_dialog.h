@@ -33,6 +33,8 @@ class ShaderDialog {
   /// A key; false leaves it to the host. R reverts, with shift or alt resets, and M draws at
   /// random, all with control or command.
   virtual bool Key(std::int32_t key, std::int32_t qualifier) noexcept;
+  /// A gadget changed a member: time for what follows from that alone.
+  virtual void Edited(std::uint32_t /*member*/) noexcept {}
   /// Brings derived members up to date: on showing and after each change.
   virtual void Derive() noexcept {}
   /// Enables gadgets as the block says.

@@ -1,9 +1,8 @@
 // The gadgets of 2D Noise.
 #include "module/shaders/generators/noise_2d_dialog.h"
 
-#include "module/editors/shader_dialog.h"
 #include "module/shaders/generators/noise_2d.h"
-#include "module/shaders/generators/noise_type_gadgets.h"
+#include "module/shaders/generators/noise_dialog.h"
 
 namespace sorvanix {
 
@@ -12,14 +11,12 @@ namespace {
 #define GADGET(id, member) SORVANIX_GADGET(Noise2DBlock, id, member)
 #define AT(member) offsetof(Noise2DBlock, member)
 
-constexpr Limits kAxisSize = {0, 1e6, 1};
-
 constexpr Gadget kGadgets[] = {
     {GADGET(19001, noiseType)},
     {GADGET(19002, octaves)},
     {GADGET(19003, scale), .shown = Shown::Reciprocal},
-    {GADGET(19004, scaleU), .shown = Shown::Reciprocal, .limits = kAxisSize},
-    {GADGET(19005, scaleV), .shown = Shown::Reciprocal, .limits = kAxisSize},
+    {GADGET(19004, scaleU), .shown = Shown::Reciprocal, .limits = kNoiseAxisSize},
+    {GADGET(19005, scaleV), .shown = Shown::Reciprocal, .limits = kNoiseAxisSize},
     {GADGET(19006, speed)},
     {GADGET(19007, detail)},
     {GADGET(19008, contrast)},
@@ -87,24 +84,8 @@ constexpr EditorTable kNoise2DEditor = {
 #undef AT
 #undef GADGET
 
-namespace {
-
-class Noise2DDialog final : public ShaderDialog {
- public:
-  using ShaderDialog::ShaderDialog;
-
- protected:
-  // A new block shows type 12; a reset one type 0. Deliberate.
-  void Reset() noexcept override {
-    ShaderDialog::Reset();
-    block<Noise2DBlock>().noiseType = 0;
-  }
-};
-
-}  // namespace
-
 std::int32_t Edit2DNoise(ShaderInstance* instance) noexcept {
-  return EditShader<kNoise2DEditor, Noise2DDialog>(instance);
+  return EditShader<kNoise2DEditor, NoiseDialog<Noise2DBlock>>(instance);
 }
 
 }  // namespace sorvanix

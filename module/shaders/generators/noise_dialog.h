@@ -1,8 +1,10 @@
-// Which of a noise shader's controls the noise types listen to.
+// What the dialogs of both noise shaders share: which controls a noise type listens to, and reset.
 #pragma once
 
 #include <algorithm>
-#include <cstdint>
+#include <iterator>
+
+#include "module/editors/shader_dialog.h"
 
 namespace sorvanix {
 
@@ -17,5 +19,21 @@ inline bool NoiseIsWave(std::int32_t type) noexcept {
   constexpr std::int32_t kNot[] = {3, 10, 17, 18, 23};
   return std::find(std::begin(kNot), std::end(kNot), type) == std::end(kNot);
 }
+
+/// What a dialog keeps the size along one axis within; its field is the frequency.
+inline constexpr Limits kNoiseAxisSize = {0, 1e6, 1};
+
+/// A new block shows type 12; a reset one type 0. Deliberate.
+template <class Block>
+class NoiseDialog final : public ShaderDialog {
+ public:
+  using ShaderDialog::ShaderDialog;
+
+ protected:
+  void Reset() noexcept override {
+    ShaderDialog::Reset();
+    block<Block>().noiseType = 0;
+  }
+};
 
 }  // namespace sorvanix
