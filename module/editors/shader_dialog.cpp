@@ -196,9 +196,11 @@ void ShaderDialog::Revert() noexcept {
 
 void ShaderDialog::Reset() noexcept {
   for (const Field& field : table().shader->fields) {
-    if (!table().reset.Holds(field.offset) || !field.initial.given) continue;
-    OperationsOf(field.kind)
-        .initialise(field.initial, &MemberAt<char>(session_.block(), field.offset));
+    const KindOperations& operations = OperationsOf(field.kind);
+    const bool plain = field.initial.given && operations.release == nullptr;
+    const bool ofPreview = field.offset == table().preview.object;
+    if (!plain || ofPreview || !table().reset.Holds(field.offset)) continue;
+    operations.initialise(field.initial, &MemberAt<char>(session_.block(), field.offset));
   }
 }
 

@@ -43,7 +43,7 @@ constexpr auto kOwnFields = std::to_array<Field>({
      .help = "Which sides of the surface show the ramp, and what the others show.",
      .limits = {.step = 1}, .choices = kSideModes},
     {MEMBER(Int, previewBusy), .initial = Initially(0), .copied = true},
-    {MEMBER(Int, previewAuto), .initial = Initially(1), .copied = true},
+    {MEMBER(Int, previewAuto), .initial = Initially(1), .copied = true, .choices = kSwitchChoices},
     {MEMBER(Int, changed), .initial = Initially(1), .copied = true},
     {MEMBER(Int, previewObject), .initial = Initially(1), .copied = true},
     {MEMBER(Int, nested), .initial = Initially(0)},
