@@ -170,7 +170,10 @@ std::optional<float> Gadget::Real() const noexcept {
 }
 
 double Gadget::ShownNumber() const noexcept {
-  if (const auto* real = std::get_if<float>(&value)) return ShortestDouble(*real) * Scale();
+  // To as many digits as the value has: 0.1f is 10 percent.
+  if (const auto* real = std::get_if<float>(&value)) {
+    return ShortestDouble(NarrowedOf(*real * Scale()));
+  }
   return Integer().value_or(0);
 }
 
