@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "host/dialogs/dialog_tables.h"
 #include "host/noise/noise_services.h"
 #include "host/render/document_render.h"
 #include "host/render/matrix.h"
@@ -23,6 +24,7 @@ void InstallServices(host::HostTables& tables) {
   host::InstallMaterials(tables.material);
   host::InstallDocuments(tables.document, tables.documentList);
   host::InstallDocumentRender(tables);
+  host::InstallDialogs(tables);
 }
 
 }  // namespace

@@ -27,6 +27,7 @@ constexpr Verb kVerbs[] = {
     {"schema", "Prints the JSON Schema of material files", DeclareSchema},
     {"bake", "Bakes materials into images", DeclareBake},
     {"render", "Renders a scene into an image", DeclareRender},
+    {"edit", "Plays a list of events in a shader's dialog", DeclareEdit},
     {"info", "Tells what an image holds and how it was made", DeclareInfo},
 };
 

@@ -24,6 +24,7 @@ struct Verb {
 
 VerbAction DeclareBake(CLI::App& app);
 VerbAction DeclareDescribe(CLI::App& app);
+VerbAction DeclareEdit(CLI::App& app);
 VerbAction DeclareInfo(CLI::App& app);
 VerbAction DeclareList(CLI::App& app);
 VerbAction DeclareRender(CLI::App& app);

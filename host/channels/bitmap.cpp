@@ -1,6 +1,7 @@
 #include "host/channels/bitmap.h"
 
 #include <algorithm>
+#include <atomic>
 #include <utility>
 
 #include "host/images/quantise.h"
@@ -59,12 +60,24 @@ Bitmap::Pixel& Bitmap::PixelAt(std::int32_t x, std::int32_t y) const {
                  static_cast<std::size_t>(x)];
 }
 
+// A preview paints its picture while the dialog shows it: old and new values may mix, but each is a
+// whole one.
 Bitmap::Pixel Bitmap::At(std::int32_t x, std::int32_t y) const {
-  return Inside(x, y) ? PixelAt(x, y) : Pixel{};
+  Pixel pixel = {};
+  if (!Inside(x, y)) return pixel;
+  Pixel& stored = PixelAt(x, y);
+  for (std::size_t i = 0; i < pixel.size(); ++i) {
+    pixel[i] = std::atomic_ref(stored[i]).load(std::memory_order_relaxed);
+  }
+  return pixel;
 }
 
 void Bitmap::Set(std::int32_t x, std::int32_t y, const Pixel& pixel) {
-  if (Inside(x, y)) PixelAt(x, y) = pixel;
+  if (!Inside(x, y)) return;
+  Pixel& stored = PixelAt(x, y);
+  for (std::size_t i = 0; i < pixel.size(); ++i) {
+    std::atomic_ref(stored[i]).store(pixel[i], std::memory_order_relaxed);
+  }
 }
 
 void InstallBitmaps(BitmapTable& table) noexcept {

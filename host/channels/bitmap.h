@@ -35,6 +35,8 @@ class Bitmap : public Handled<Bitmap, HostBitmap> {
   std::int32_t Width() const noexcept { return width_; }
   std::int32_t Height() const noexcept { return height_; }
 
+  // Safe on several threads, as long as the picture is not a texture's.
+
   /// Black outside the picture.
   Pixel At(std::int32_t x, std::int32_t y) const;
   /// Nothing happens outside the picture. A shown texture keeps its own pixels.

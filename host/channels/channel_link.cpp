@@ -6,6 +6,8 @@
 #include <optional>
 #include <utility>
 
+#include "host/dialogs/import_confirmation.h"
+
 namespace sorvanix::host {
 
 namespace {
@@ -149,7 +151,10 @@ bool Link::SetParameters(const Container& description) {
   }
   const Container* parameters = description.GetContainer(KeyLinkParameters);
   Shader* shader = HeldShader();
-  if (shader != nullptr && parameters != nullptr) shader->SetParameters(*parameters);
+  if (shader != nullptr && parameters != nullptr) {
+    shader->SetParameters(*parameters);
+    ConfirmImport(*shader);
+  }
   return true;
 }
 

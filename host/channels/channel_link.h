@@ -79,7 +79,8 @@ class Link : public Handled<Link, ChannelLink> {
   /// the link's own, in the form of ids.h:
   ///
   /// - MessageSetParameters takes up the shader that KeyLinkPluginId names, unless the link holds
-  ///   one of that kind, and passes KeyLinkParameters on to it. An id of 0 with KeyLinkFilename
+  ///   one of that kind, passes KeyLinkParameters on to it and confirms them
+  ///   (import_confirmation.h). An id of 0 with KeyLinkFilename
   ///   makes it a bitmap, -1 an empty link. What has no key stays as it is. The answer is 0, and
   ///   nothing changed, when that shader cannot be had.
   /// - MessageGetParameters tells what the link holds under the same keys, none for an empty link;

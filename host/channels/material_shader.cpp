@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 #include <sorvanix/ids.h>
 
+#include "host/dialogs/import_confirmation.h"
+
 namespace sorvanix::host {
 
 namespace {
@@ -24,15 +26,22 @@ bool HoldsInputs(const Container& parameters, const MaterialNode& node) {
 
 }  // namespace
 
-tl::expected<Shader, std::string> MakeShader(const Module& module, const MaterialNode& material,
-                                             std::int32_t channel) {
+tl::expected<Shader, std::string> ImportShader(const Module& module, const MaterialNode& material,
+                                               std::int32_t channel) {
   auto shader = module.Create(material.shader->id, channel);
   if (!shader) return shader;
   shader->SetParameters(ContainerOf(material));
   if (!HoldsInputs(shader->Parameters(), material)) {
     return tl::unexpected(fmt::format("{} could not take up its inputs", material.shader->name));
   }
-  if (!shader->InitRender({.render = nullptr, .document = nullptr})) {
+  ConfirmImport(*shader);
+  return shader;
+}
+
+tl::expected<Shader, std::string> MakeShader(const Module& module, const MaterialNode& material,
+                                             std::int32_t channel) {
+  auto shader = ImportShader(module, material, channel);
+  if (shader && !shader->InitRender({.render = nullptr, .document = nullptr})) {
     return tl::unexpected(fmt::format("{} cannot be rendered", material.shader->name));
   }
   return shader;

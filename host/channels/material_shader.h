@@ -10,9 +10,13 @@
 
 namespace sorvanix::host {
 
-/// Makes the shader in a channel (ids.h), sets its parameters and prepares it for samples without a
-/// surface. It must be gone before the module is. The error is one line: a shader that the module
-/// lacks, or that cannot start.
+/// Makes the shader in a channel (ids.h), sets its parameters and confirms them
+/// (import_confirmation.h). It must be gone before the module is. The error is one line: a shader
+/// that the module lacks, or that cannot take up its inputs.
+tl::expected<Shader, std::string> ImportShader(const Module& module, const MaterialNode& material,
+                                               std::int32_t channel);
+
+/// The same, and prepares it for samples without a surface; a shader that cannot be is an error.
 tl::expected<Shader, std::string> MakeShader(const Module& module, const MaterialNode& material,
                                              std::int32_t channel);
 

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "host/channels/channel_link.h"
+#include "host/dialogs/import_confirmation.h"
 #include "host/scene/scene_format.h"
 #include "host/services/filenames.h"
 #include "host/services/stream_json.h"
@@ -28,13 +29,23 @@ std::optional<Container> DescriptionOf(const MaterialChannel::Graph& graph) {
   return description;
 }
 
+bool HasState(const MaterialChannel& channel) {
+  return !std::holds_alternative<std::nullptr_t>(channel.state.value);
+}
+
 /// Takes back the values that the shader itself wrote, which say more than its parameters do.
-bool Restore(Shader& shader, const Json& state) {
-  if (std::holds_alternative<std::nullptr_t>(state.value)) return true;
-  auto values = StreamFromJson(state);
+bool Restore(Shader& shader, const MaterialChannel& channel) {
+  if (!HasState(channel)) return true;
+  auto values = StreamFromJson(channel.state);
   if (!values) return false;
   Stream stream(std::move(*values));
   return shader.Read(stream);
+}
+
+bool SetUp(Link& link, Container& description, const MaterialChannel& channel) {
+  std::optional<UnconfirmedImport> unconfirmed;
+  if (HasState(channel)) unconfirmed.emplace();
+  return link.Message(MessageSetParameters, description) != 0;
 }
 
 /// Why the channel has no link, or an empty text.
@@ -42,9 +53,9 @@ std::string MakeLink(MaterialChannel& channel) {
   auto description = DescriptionOf(channel.graph);
   if (!description) return {};
   auto link = std::shared_ptr<Link>(new Link);
-  if (link->Message(MessageSetParameters, *description) == 0) return "its shader cannot be had";
+  if (!SetUp(*link, *description, channel)) return "its shader cannot be had";
   if (Shader* shader = link->HeldShader()) {
-    if (!Restore(*shader, channel.state)) return "its shader does not take its state back";
+    if (!Restore(*shader, channel)) return "its shader does not take its state back";
   }
   channel.link = std::move(link);
   return {};

@@ -1,17 +1,37 @@
 // Writes Resources/shaders.json from the shaders' tables: the one description that host, command
-// line, studio and manual read. Run by the build: write_shaders_json STRINGS FILE, with the texts
-// that hold the shaders' titles.
+// line, studio and manual read. Run by the build: write_shaders_json STRINGS FILE GADGETS, with the
+// texts that hold the shaders' titles, and a file for the gadgets of the dialogs, which the tests
+// compare with the layouts.
 #include <cmath>
 #include <cstdio>
 #include <fstream>
 #include <iterator>
 #include <nlohmann/json.hpp>
+#include <set>
 
+#include "module/shaders/filters/bright_contrast_dialog.h"
+#include "module/shaders/filters/colorizer_dialog.h"
+#include "module/shaders/filters/distorter_dialog.h"
+#include "module/shaders/filters/fusion_dialog.h"
+#include "module/shaders/filters/hue_dialog.h"
+#include "module/shaders/filters/posterizer_dialog.h"
+#include "module/shaders/generators/gradient_dialog.h"
+#include "module/shaders/generators/noise_2d_dialog.h"
+#include "module/shaders/generators/noise_3d_dialog.h"
+#include "module/shaders/generators/noise_dialog.h"
+#include "module/shaders/generators/tiles_dialog.h"
+#include "module/shaders/surface/banj_dialog.h"
+#include "module/shaders/surface/falloff_dialog.h"
+#include "module/shaders/surface/fresnel_dialog.h"
+#include "module/shaders/surface/lumas_dialog.h"
+#include "module/shaders/surface/projector_dialog.h"
+#include "module/shaders/surface/proximal_dialog.h"
 #include "module/shell/registry.h"
 
 namespace {
 
 using Json = nlohmann::ordered_json;
+using sorvanix::EditorTable;
 using sorvanix::Field;
 using sorvanix::Ramp;
 using sorvanix::RegistryRow;
@@ -22,6 +42,16 @@ using sorvanix::ValueKind;
 constexpr const char* kKindNames[] = {"int", "bool", "float", "vector", "string"};
 constexpr const char* kUnitNames[] = {"", "percent", "degrees", "colour", "radians"};
 constexpr const char* kCategoryNames[] = {"generator", "surface", "filter"};
+
+// The dialogs of the shaders; Buffy has none.
+const EditorTable* const kEditors[] = {
+    &sorvanix::kBanjEditor,       &sorvanix::kBrightContrastEditor, &sorvanix::kColorizerEditor,
+    &sorvanix::kDistorterEditor,  &sorvanix::kFalloffEditor,        &sorvanix::kFresnelEditor,
+    &sorvanix::kFusionEditor,     &sorvanix::kGradientEditor,       &sorvanix::kHueEditor,
+    &sorvanix::kLumasEditor,      &sorvanix::kNoise2DEditor,        &sorvanix::kNoise3DEditor,
+    &sorvanix::kPosterizerEditor, &sorvanix::kProjectorEditor,      &sorvanix::kProximalEditor,
+    &sorvanix::kTilesEditor,
+};
 
 template <class Enum, std::size_t count>
 const char* NameOf(Enum value, const char* const (&names)[count]) {
@@ -121,6 +151,20 @@ bool IsRampCount(const ShaderTable& table, const Field& field) {
   return table.ramp.given() && field.offset == table.ramp.offset + offsetof(Ramp, count);
 }
 
+// Every gadget that the code of a dialog knows.
+Json DialogOf(const EditorTable& editor) {
+  std::set<std::int32_t> ids = {editor.titleArea};
+  if (editor.HasPreview()) ids.insert(editor.previewArea);
+  for (const sorvanix::Gadget& gadget : editor.gadgets) ids.insert(gadget.id);
+  for (const sorvanix::EnablingRule& rule : editor.enabling) {
+    ids.insert(rule.gadgets.begin(), rule.gadgets.end());
+  }
+  ids.insert(editor.furtherGadgets.begin(), editor.furtherGadgets.end());
+  Json dialog = {{"id", editor.dialogId}, {"titleArea", editor.titleArea}, {"gadgets", ids}};
+  if (editor.HasPreview()) dialog["previewArea"] = editor.previewArea;
+  return dialog;
+}
+
 // The title that the module registers the shader under.
 Json TitleOf(const RegistryRow& row, const Json& strings) {
   if (row.nameStringId == sorvanix::kLiteralTitle) return row.literalTitle;
@@ -146,11 +190,19 @@ Json ShaderOf(const RegistryRow& row, const Json& strings) {
   return shader;
 }
 
+bool Write(const Json& document, const char* name) {
+  std::ofstream file(name);
+  file << document.dump(2) << '\n';
+  file.close();
+  if (!file) std::fprintf(stderr, "write_shaders_json: cannot write %s\n", name);
+  return !file.fail();
+}
+
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
-  if (argumentCount != 3) {
-    std::fprintf(stderr, "usage: write_shaders_json STRINGS FILE\n");
+  if (argumentCount != 4) {
+    std::fprintf(stderr, "usage: write_shaders_json STRINGS FILE GADGETS\n");
     return 2;
   }
   std::ifstream texts(arguments[1]);
@@ -159,12 +211,7 @@ int main(int argumentCount, char** arguments) {
   for (const RegistryRow& row : sorvanix::ShaderRegistry()) {
     document["shaders"].push_back(ShaderOf(row, strings));
   }
-  std::ofstream file(arguments[2]);
-  file << document.dump(2) << '\n';
-  file.close();
-  if (!file) {
-    std::fprintf(stderr, "write_shaders_json: cannot write %s\n", arguments[2]);
-    return 5;
-  }
-  return 0;
+  Json dialogs = Json::object();
+  for (const EditorTable* editor : kEditors) dialogs[editor->shader->name] = DialogOf(*editor);
+  return Write(document, arguments[2]) && Write(dialogs, arguments[3]) ? 0 : 5;
 }

@@ -1,9 +1,13 @@
-// Host operations on the objects of a scene and what hangs on them. Main thread, between renders.
+// Host operations on documents, the objects of a scene and what hangs on them. Main thread, between
+// renders; what previews use also on the preview's own thread.
 //
 // A null object, tag or document answers null, 0 or nothing.
 #pragma once
 
+#include <utility>
+
 #include "module/shell/host_call.h"
+#include "module/shell/host_text.h"
 
 namespace sorvanix {
 
@@ -43,7 +47,7 @@ inline Matrix hostObjectGlobalMatrix(const HostObject* object, const Matrix& oth
 }
 
 /// The first tag of a type, or null.
-inline const HostTag* hostObjectTag(const HostObject* object, std::int32_t type) noexcept {
+inline HostTag* hostObjectTag(const HostObject* object, std::int32_t type) noexcept {
   return hostCallOn(hostApi.object, &ObjectTable::tag, nullptr, object, type);
 }
 
@@ -76,5 +80,110 @@ class PolygonisedObject {
  private:
   HostObject* object_;
 };
+
+/// A document that was loaded, freed at the end; empty when there is none.
+class OwnedDocument {
+ public:
+  OwnedDocument() noexcept = default;
+  /// From a file.
+  explicit OwnedDocument(const OwnedFilename& filename) noexcept
+      : handle_(hostCall(hostApi.documentList, &DocumentListTable::load, nullptr, filename.get())) {
+  }
+  OwnedDocument(OwnedDocument&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
+  OwnedDocument& operator=(OwnedDocument&& other) noexcept {
+    std::swap(handle_, other.handle_);
+    return *this;
+  }
+  OwnedDocument(const OwnedDocument&) = delete;
+  OwnedDocument& operator=(const OwnedDocument&) = delete;
+  ~OwnedDocument() { hostCallOn(hostApi.documentList, &DocumentListTable::free, handle_); }
+  HostDocument* get() const noexcept { return handle_; }
+
+ private:
+  HostDocument* handle_ = nullptr;
+};
+
+/// The document that the user works on, or null.
+inline const HostDocument* hostActiveDocument() noexcept {
+  return hostCall(hostApi.documentList, &DocumentListTable::active, nullptr);
+}
+
+/// The tag that the user selected, or null.
+inline const HostTag* hostActiveTag(const HostDocument* document) noexcept {
+  return hostCallOn(hostApi.document, &DocumentTable::activeTag, nullptr, document);
+}
+
+/// The object of this name, or null.
+inline HostObject* hostFindObject(const HostDocument* document, const HostString* name) noexcept {
+  return hostCallOn(hostApi.document, &DocumentTable::findObject, nullptr, document, name);
+}
+
+/// A new tag on the object, or null.
+inline HostTag* hostMakeTag(HostObject* object, std::int32_t type) noexcept {
+  return hostCallOn(hostApi.object, &ObjectTable::makeTag, nullptr, object, type);
+}
+inline void hostSetTagMaterial(HostTag* tag, HostMaterial* material) noexcept {
+  hostCallOn(hostApi.object, &ObjectTable::setTagMaterial, tag, material);
+}
+
+/// The settings of a texture tag, which stay the tag's own; null when there are none.
+inline const HostContainer* hostTagContainer(const HostTag* tag) noexcept {
+  return hostCallOn(hostApi.object, &ObjectTable::tagContainer, nullptr, tag);
+}
+/// Where a texture tag lies, how large it is and how it is turned, in radians.
+inline Vector hostTagPosition(const HostTag* tag) noexcept {
+  Vector position = {};
+  hostCallOn(hostApi.object, &ObjectTable::tagPosition, tag, &position);
+  return position;
+}
+inline Vector hostTagScale(const HostTag* tag) noexcept {
+  Vector scale = {};
+  hostCallOn(hostApi.object, &ObjectTable::tagScale, tag, &scale);
+  return scale;
+}
+inline Vector hostTagRotation(const HostTag* tag) noexcept {
+  Vector angles = {};
+  hostCallOn(hostApi.object, &ObjectTable::tagRotation, tag, &angles);
+  return angles;
+}
+
+/// A material of a scene for as long as this object lives; empty when the host cannot make one.
+class SceneMaterial {
+ public:
+  explicit SceneMaterial(std::int32_t type) noexcept
+      : handle_(hostCall(hostApi.material, &MaterialTable::create, nullptr, type)) {}
+  SceneMaterial(const SceneMaterial&) = delete;
+  SceneMaterial& operator=(const SceneMaterial&) = delete;
+  ~SceneMaterial() {
+    hostCallOn(hostApi.document, &DocumentTable::removeMaterial, document_, handle_);
+    hostCallOn(hostApi.material, &MaterialTable::free, handle_);
+  }
+  HostMaterial* get() const noexcept { return handle_; }
+
+  void EnableChannel(std::int32_t channel, bool on) noexcept {
+    hostCallOn(hostApi.material, &MaterialTable::enableChannel, handle_, channel, on ? 1 : 0);
+  }
+  /// The link that fills a channel: stays the material's own.
+  ChannelLink* Channel(std::int32_t channel) const noexcept {
+    return hostCallOn(hostApi.material, &MaterialTable::channel, nullptr, handle_, channel);
+  }
+  void InsertInto(HostDocument* document) noexcept {
+    document_ = document;
+    hostCallOn(hostApi.document, &DocumentTable::insertMaterial, document, handle_);
+  }
+
+ private:
+  HostMaterial* handle_;
+  HostDocument* document_ = nullptr;
+};
+
+/// Renders into a bitmap by settings (KeyRenderWidth, ...) until done or `thread` is told to stop.
+/// 0 for success.
+inline std::int32_t hostRenderDocument(HostDocument* document, HostBitmap* bitmap,
+                                       const HostContainer* settings, HostThread* thread) noexcept {
+  constexpr std::int32_t kNotRendered = 1;
+  return hostCallOn(hostApi.document, &DocumentTable::render, kNotRendered, document, bitmap,
+                    settings, thread);
+}
 
 }  // namespace sorvanix

@@ -100,6 +100,14 @@ inline OwnedFilename hostFilenameDirectory(const OwnedFilename& filename) noexce
       hostCall(hostApi.filename, &FilenameTable::directory, nullptr, filename.get()));
 }
 
+/// A path with one component added.
+inline OwnedFilename hostFilenameAppend(const OwnedFilename& filename,
+                                        const char* component) noexcept {
+  const OwnedString text = hostStringFromChars(component);
+  return OwnedFilename(
+      hostCall(hostApi.filename, &FilenameTable::append, nullptr, filename.get(), text.get()));
+}
+
 inline OwnedFilename hostFilenameCopy(const OwnedFilename& filename) noexcept {
   return OwnedFilename(hostCall(hostApi.filename, &FilenameTable::copy, nullptr, filename.get()));
 }

@@ -20,6 +20,9 @@ class ResourceBundle {
   /// A text by its id; empty when there is none.
   OwnedString Text(std::int32_t id) const noexcept { return hostLoadString(handle_, id); }
 
+  /// The opened resources; null before, and when they could not be opened.
+  HostResources* get() const noexcept { return handle_; }
+
   /// Releases the handle, unless it is borrowed, and the folder.
   void Close() noexcept;
 

@@ -35,7 +35,10 @@ std::string Quoted(const std::string& text) { return "\"" + text + "\""; }
 
 // The functions of the tables; a struct so that FakeHost can befriend them at once.
 struct FakeTables {
-  static void Record(const std::string& call) { FakeHost::Current().calls.push_back(call); }
+  static void Record(const std::string& call) {
+    const std::lock_guard lock(FakeHost::Current().mutex_);
+    FakeHost::Current().calls.push_back(call);
+  }
 
   template <class Handle>
   static Handle* NewText(const std::string& text) {
@@ -52,6 +55,7 @@ struct FakeTables {
 
   static void* Alloc(std::size_t size) noexcept {
     FakeHost& host = FakeHost::Current();
+    const std::lock_guard lock(host.mutex_);
     host.calls.push_back("alloc(" + std::to_string(size) + ")");
     if (host.failAllocation > 0 && --host.failAllocation == 0) return nullptr;
     void* block = std::calloc(1, size == 0 ? 1 : size);
@@ -60,8 +64,10 @@ struct FakeTables {
   }
   static void Free(void* block) noexcept {
     if (block == nullptr) return;
-    FakeHost::Current().blocks_.erase(block);
-    FakeHost::Current().calls.push_back("free");
+    FakeHost& host = FakeHost::Current();
+    const std::lock_guard lock(host.mutex_);
+    host.blocks_.erase(block);
+    host.calls.push_back("free");
     std::free(block);
   }
   static void MessageDialog(const HostString* text, std::int32_t flags) noexcept {
@@ -108,6 +114,9 @@ struct FakeTables {
     const std::size_t slash = TextOf(filename).rfind('/');
     if (slash == std::string::npos) return ToHandle<HostFilename>(&emptyText);
     return NewText<HostFilename>(TextOf(filename).substr(0, slash));
+  }
+  static HostFilename* Append(const HostFilename* filename, const HostString* component) noexcept {
+    return NewText<HostFilename>(TextOf(filename) + "/" + TextOf(component));
   }
 
   static HostResources* OpenResources(const HostFilename* directory) noexcept {
@@ -169,7 +178,7 @@ const FilenameTable filenameTable = {
     .copy = FakeTables::CopyFilename,
     .free = FakeTables::FreeFilename,
     .directory = FakeTables::Directory,
-    .append = nullptr,
+    .append = FakeTables::Append,
 };
 
 const ResourceTable resourceTable = {
@@ -197,13 +206,22 @@ FakeHost::FakeHost(Word version) {
   api.render = &render;
   api.stream = &FakeStreamTable();
   api.channel = &ScriptedLinkTable();
-  api.bitmap = &ScriptedBitmapTable();
+  api.bitmap = &FakeBitmapTable();
   api.container = &FakeContainerTable();
   api.string = &stringTable;
   api.filename = &filenameTable;
   api.resources = &resourceTable;
-  api.object = &FakeObjectTable();
-  api.document = &FakeDocumentTable();
+  object = FakeObjectTable();
+  document = FakeDocumentTable();
+  InstallFakeDocuments(object, document);
+  api.object = &object;
+  api.document = &document;
+  api.documentList = &FakeDocumentListTable();
+  api.material = &FakeMaterialTable();
+  api.dialog = &FakeDialogTable();
+  api.dialogForm = &FakeDialogFormTable();
+  api.file = &FakeFileTable();
+  api.thread = &FakeThreadTable();
 }
 
 FakeHost::~FakeHost() {

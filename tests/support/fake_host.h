@@ -8,11 +8,15 @@
 
 #include <cstdint>
 #include <map>
+#include <mutex>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "tests/support/fake_bitmap.h"
 #include "tests/support/fake_data.h"
+#include "tests/support/fake_dialog.h"
+#include "tests/support/fake_documents.h"
 #include "tests/support/scripted_links.h"
 
 namespace sorvanix::test {
@@ -38,6 +42,8 @@ class FakeHost {
 
   HostApi api = {};         ///< to be handed to the entry; tables may be taken out before
   RenderTable render = {};  ///< CPUs are served; noise is what a test installs
+  ObjectTable object = {};
+  DocumentTable document = {};
 
   std::vector<std::string> calls;  ///< every call but stream and container ones, with arguments
   std::vector<Registration> registrations;    ///< also the refused one
@@ -47,8 +53,9 @@ class FakeHost {
   int refuseRegistration = 0;  ///< 1 refuses the first registration, 2 the second, ...
   int failAllocation = 0;      ///< 1 fails the next allocation, 2 the one after, ...
   bool failResources = false;
-  int failLink = 0;      ///< 1 fails the next creation of a link, 2 the one after, ...
-  int failLinkCopy = 0;  ///< the same for copies of links
+  int failLink = 0;               ///< 1 fails the next creation of a link, 2 the one after, ...
+  int failLinkCopy = 0;           ///< the same for copies of links
+  bool failLinkedShader = false;  ///< links make no shader by its id
   bool failContainers = false;
 
   std::vector<LinkRead> reads;  ///< of all links, in order
@@ -56,6 +63,13 @@ class FakeHost {
   int linksMade = 0;
   int liveLinks = 0;
   int liveContainers = 0;
+
+  FakeDialogs dialogs;
+  FakeDocuments documents;
+  std::map<std::string, FakePicture> pictures;  ///< that can be loaded, by path
+  std::vector<std::string> picturesAsked;
+  std::set<FakeBitmap*> bitmaps;  ///< that the module made and did not free
+  int failBitmap = 0;             ///< 1 fails the next creation, 2 the one after, ...
 
   std::int32_t cpuCount = 1;
   /// Index that hostCpuIndex answers on the calling thread.
@@ -68,6 +82,7 @@ class FakeHost {
 
  private:
   friend struct FakeTables;
+  std::mutex mutex_;  // previews allocate on threads of their own
   std::set<void*> blocks_;
   int liveTexts_ = 0;
 };

@@ -83,6 +83,16 @@ HostBitmap* Bitmap(ChannelLink* handle) noexcept {
   return holds ? reinterpret_cast<HostBitmap*>(handle) : nullptr;
 }
 
+// A link that is told a shader's id makes one of that kind, as far as it is registered.
+void TakeShader(ScriptedLink& link, const FakeContainer& payload) {
+  const FakeValue* id = payload.Find(KeyLinkPluginId);
+  if (id == nullptr || FakeHost::Current().failLinkedShader) return;
+  for (const Registration& registration : FakeHost::Current().registrations) {
+    if (registration.id == std::get<Word>(*id))
+      link.MakeShader(registration.id, registration.record);
+  }
+}
+
 std::int32_t Message(ChannelLink* handle, std::int32_t id, HostContainer* payload) noexcept {
   ScriptedLink& link = ScriptedLink::Of(handle);
   Record("channelMessage", link, ", " + std::to_string(id));
@@ -92,6 +102,7 @@ std::int32_t Message(ChannelLink* handle, std::int32_t id, HostContainer* payloa
   auto* container = reinterpret_cast<FakeContainer*>(payload);
   link.messages.push_back({id, container == nullptr ? FakeContainer{} : *container});
   if (container == nullptr) return link.messageAnswer;
+  if (id == MessageSetParameters) TakeShader(link, *container);
   if (id == MessageReportSlots && link.slotStride != 0) {
     container->Set(KeySlots, link.slotAddress);
     container->Set(KeySlotStride, link.slotStride);
@@ -134,6 +145,17 @@ void ScriptedLink::HoldShader(ShaderUnderTest& shader, std::int32_t pluginId) {
   content.pluginId = pluginId;
   content.record = &shader.record;
   content.instance = &shader.instance;
+}
+
+void ScriptedLink::MakeShader(std::int32_t pluginId, const ShaderRecord& record) {
+  content.pluginId = pluginId;
+  content.record = &record;
+  content.instance = &instance;
+  ownsShader_ = record.Alloc(&instance) != 0;
+}
+
+ScriptedLink::~ScriptedLink() {
+  if (ownsShader_) content.record->Free(&instance);
 }
 
 void ScriptedLink::MakeSlots(std::int32_t cpus, std::int32_t stride) {

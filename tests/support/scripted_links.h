@@ -40,6 +40,9 @@ struct LinkContent {
 class ScriptedLink {
  public:
   explicit ScriptedLink(int number) : number(number) {}
+  ~ScriptedLink();
+  ScriptedLink(const ScriptedLink&) = delete;
+  ScriptedLink& operator=(const ScriptedLink&) = delete;
 
   static ScriptedLink& Of(const ChannelLink* link);
   ChannelLink* handle() { return reinterpret_cast<ChannelLink*>(this); }
@@ -48,6 +51,8 @@ class ScriptedLink {
   void HoldBitmap(std::int32_t width, std::int32_t height);
   void HoldShader(std::int32_t pluginId);
   void HoldShader(ShaderUnderTest& shader, std::int32_t pluginId);
+  /// Lets it hold a real shader of its own.
+  void MakeShader(std::int32_t pluginId, const ShaderRecord& record);
   /// Gives the scripted shader slots, which it reports when it is asked.
   void MakeSlots(std::int32_t cpus, std::int32_t stride = SlotStrideNoise);
   FootprintBlock& Slot(std::int32_t cpu);
@@ -67,6 +72,7 @@ class ScriptedLink {
   std::vector<Message> messages;
 
  private:
+  bool ownsShader_ = false;
   std::vector<std::uint32_t> slots_;
   std::vector<std::uint32_t> block_;
 };

@@ -3,6 +3,7 @@
 
 #include "module/kit/remap.h"
 #include "module/kit/vector.h"
+#include "module/shaders/filters/bright_contrast_dialog.h"
 #include "module/shaders/filters/filter_fields.h"
 #include "module/shaders/filters/input_stage.h"
 
@@ -89,6 +90,7 @@ constexpr ShaderTable kBrightContrastTable = {
 void FillBrightContrastRecord(ShaderRecord* record) noexcept {
   using Filter = OneInputFilter<Block, BrightContrastSlot, kBrightContrastTable, FilterColour>;
   FillFilterRecord<Filter>(record);
+  record->Edit = EditBrightContrast;
 }
 
 }  // namespace sorvanix

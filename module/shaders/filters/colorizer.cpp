@@ -4,6 +4,7 @@
 #include "module/kit/colour.h"
 #include "module/kit/remap.h"
 #include "module/kit/vector.h"
+#include "module/shaders/filters/colorizer_dialog.h"
 #include "module/shaders/filters/filter_fields.h"
 #include "module/shaders/filters/input_stage.h"
 #include "module/shell/ramp_form.h"
@@ -110,6 +111,7 @@ constexpr ShaderTable kColorizerTable = {
 
 void FillColorizerRecord(ShaderRecord* record) noexcept {
   FillFilterRecord<OneInputFilter<Block, InputSlot<1>, kColorizerTable, FilterColour>>(record);
+  record->Edit = EditColorizer;
 }
 
 }  // namespace sorvanix

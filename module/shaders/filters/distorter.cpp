@@ -2,6 +2,7 @@
 #include "module/shaders/filters/distorter.h"
 
 #include "module/kit/vector.h"
+#include "module/shaders/filters/distorter_dialog.h"
 #include "module/shaders/filters/distorter_warp.h"
 #include "module/shaders/filters/filter_fields.h"
 
@@ -219,6 +220,7 @@ void Output(Vector* result, ShaderInstance* instance, ChannelSample* sample) noe
 
 void FillDistorterRecord(ShaderRecord* record) noexcept {
   FillFilterRecord<Distorter>(record, Output);
+  record->Edit = EditDistorter;
 }
 
 }  // namespace sorvanix

@@ -4,6 +4,7 @@
 #include "module/kit/blend.h"
 #include "module/kit/vector.h"
 #include "module/shaders/filters/filter_fields.h"
+#include "module/shaders/filters/fusion_dialog.h"
 #include "module/shaders/filters/input_stage.h"
 
 namespace sorvanix {
@@ -82,10 +83,6 @@ constexpr auto kStored = Join(kStoredFirst, StoredPreview<Block>(), kStoredLast)
 
 static_assert(sizeof(InputSlot<3>) == SlotStrideFusion);
 
-Vector Inverted(const Vector& colour) noexcept {
-  return ByComponent([](float c) { return 1 - c; }, colour);
-}
-
 }  // namespace
 
 constexpr ShaderTable kFusionTable = {
@@ -107,6 +104,23 @@ constexpr ShaderTable kFusionTable = {
 
 namespace {
 
+Vector Inverted(const Vector& colour) noexcept {
+  return ByComponent([](float c) { return 1 - c; }, colour);
+}
+
+}  // namespace
+
+Vector MixFusion(const FusionBlock& block, const Vector& base, const Vector& blend,
+                 const Vector& mask) noexcept {
+  // Without a mask its colour counts as black, whatever `invertMask` says.
+  const bool inverted = block.useMask != 0 && block.invertMask != 0;
+  const Vector mixed = BlendColors(base, blend, inverted ? Inverted(mask) : mask, block.opacity,
+                                   block.mode, block.useMask);
+  return block.invertOutput != 0 ? Inverted(mixed) : mixed;
+}
+
+namespace {
+
 struct Fusion {
   using Block = FusionBlock;
   using Slot = InputSlot<3>;
@@ -120,20 +134,19 @@ struct Fusion {
   static Steps<3> StepsOf(const Block&) noexcept { return {kPlainStep, kPlainStep, kPlainStep}; }
   static void CompleteSlot(const Block&, Slot&) noexcept {}
 
-  // The mask comes last. Without it its colour is black, whatever `invertMask` says.
+  // The mask comes last.
   static std::size_t Reads(const Block& block) noexcept { return block.useMask != 0 ? 3 : 2; }
 
   static Vector Combine(const Block& block, const std::array<Vector, 3>& colours) noexcept {
-    const auto& [base, blend, mask] = colours;
-    const bool inverted = block.useMask != 0 && block.invertMask != 0;
-    const Vector mixed = BlendColors(base, blend, inverted ? Inverted(mask) : mask, block.opacity,
-                                     block.mode, block.useMask);
-    return block.invertOutput != 0 ? Inverted(mixed) : mixed;
+    return MixFusion(block, colours[0], colours[1], colours[2]);
   }
 };
 
 }  // namespace
 
-void FillFusionRecord(ShaderRecord* record) noexcept { FillFilterRecord<Fusion>(record); }
+void FillFusionRecord(ShaderRecord* record) noexcept {
+  FillFilterRecord<Fusion>(record);
+  record->Edit = EditFusion;
+}
 
 }  // namespace sorvanix

@@ -26,6 +26,10 @@ struct FusionBlock {
 
 extern const ShaderTable kFusionTable;
 
+/// The mixed colour of the three inputs'. The mask's is black, and counts only with `useMask`.
+Vector MixFusion(const FusionBlock& block, const Vector& base, const Vector& blend,
+                 const Vector& mask) noexcept;
+
 void FillFusionRecord(ShaderRecord* record) noexcept;
 
 }  // namespace sorvanix

@@ -5,6 +5,7 @@
 #include "module/kit/remap.h"
 #include "module/kit/vector.h"
 #include "module/shaders/filters/filter_fields.h"
+#include "module/shaders/filters/hue_dialog.h"
 #include "module/shaders/filters/input_stage.h"
 
 namespace sorvanix {
@@ -99,6 +100,7 @@ constexpr ShaderTable kHueTable = {
 
 void FillHueRecord(ShaderRecord* record) noexcept {
   FillFilterRecord<OneInputFilter<Block, InputSlot<1>, kHueTable, FilterColour>>(record);
+  record->Edit = EditHue;
 }
 
 }  // namespace sorvanix

@@ -7,6 +7,7 @@
 #include "module/kit/vector.h"
 #include "module/shaders/filters/filter_fields.h"
 #include "module/shaders/filters/input_stage.h"
+#include "module/shaders/filters/posterizer_dialog.h"
 
 namespace sorvanix {
 
@@ -75,6 +76,7 @@ constexpr ShaderTable kPosterizerTable = {
 
 void FillPosterizerRecord(ShaderRecord* record) noexcept {
   FillFilterRecord<OneInputFilter<Block, InputSlot<1>, kPosterizerTable, FilterColour>>(record);
+  record->Edit = EditPosterizer;
 }
 
 }  // namespace sorvanix

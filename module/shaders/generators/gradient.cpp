@@ -2,6 +2,7 @@
 #include "module/shaders/generators/gradient.h"
 
 #include "module/kit/vector.h"
+#include "module/shaders/generators/gradient_dialog.h"
 #include "module/shaders/generators/gradient_point.h"
 #include "module/shaders/generators/gradient_shape.h"
 #include "module/shaders/tilt_normal.h"
@@ -227,6 +228,7 @@ void Output(Vector* result, ShaderInstance* instance, ChannelSample* sample) noe
 void FillGradientRecord(ShaderRecord* record) noexcept {
   using Callbacks = TableCallbacks<kGradientTable>;
   Callbacks::Fill(record);
+  record->Edit = EditGradient;
   record->InitRender = Callbacks::InitSlots;
   record->Output = Output;
 }

@@ -5,6 +5,7 @@
 
 #include "module/kit/vector.h"
 #include "module/noise/catalogue.h"
+#include "module/shaders/generators/noise_2d_dialog.h"
 #include "module/shaders/generators/noise_bump_step.h"
 #include "module/shaders/generators/noise_choices.h"
 #include "module/shaders/generators/noise_shape.h"
@@ -238,6 +239,7 @@ void Output(Vector* result, ShaderInstance* instance, ChannelSample* sample) noe
 
 void Fill2DNoiseRecord(ShaderRecord* record) noexcept {
   TableCallbacks<kNoise2DTable>::Fill(record);
+  record->Edit = Edit2DNoise;
   record->InitRender = InitRender;
   record->Output = Output;
 }

@@ -1,6 +1,7 @@
 // 3D Noise: its table, and its colour and bump paths.
 #include "module/shaders/generators/noise_3d.h"
 
+#include "module/shaders/generators/noise_3d_dialog.h"
 #include "module/shaders/generators/noise_3d_point.h"
 #include "module/shaders/generators/noise_3d_sampling.h"
 #include "module/shaders/generators/noise_bump_step.h"
@@ -234,6 +235,7 @@ void Output(Vector* result, ShaderInstance* instance, ChannelSample* sample) noe
 
 void Fill3DNoiseRecord(ShaderRecord* record) noexcept {
   TableCallbacks<kNoise3DTable>::Fill(record);
+  record->Edit = Edit3DNoise;
   record->InitRender = InitRender;
   record->Output = Output;
 }

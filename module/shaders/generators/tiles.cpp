@@ -3,6 +3,7 @@
 
 #include "module/kit/vector.h"
 #include "module/shaders/generators/tiles_catalogue.h"
+#include "module/shaders/generators/tiles_dialog.h"
 #include "module/shaders/generators/tiles_pattern.h"
 #include "module/shaders/tilt_normal.h"
 #include "module/shell/table_callbacks.h"
@@ -206,6 +207,7 @@ void Output(Vector* result, ShaderInstance* instance, ChannelSample* sample) noe
 
 void FillTilesRecord(ShaderRecord* record) noexcept {
   TableCallbacks<kTilesTable>::Fill(record);
+  record->Edit = EditTiles;
   record->InitRender = InitRender;
   record->Output = Output;
 }

@@ -5,6 +5,7 @@
 #include "module/kit/remap.h"
 #include "module/kit/vector.h"
 #include "module/shaders/surface/along_ray.h"
+#include "module/shaders/surface/banj_dialog.h"
 #include "module/shaders/surface/illumination.h"
 #include "module/shaders/surface/light_walk.h"
 #include "module/shell/host_container.h"
@@ -242,6 +243,7 @@ void Output(Vector* result, ShaderInstance* instance, ChannelSample* sample) noe
 
 void FillBanjRecord(ShaderRecord* record) noexcept {
   TableCallbacks<kBanjTable>::Fill(record);
+  record->Edit = EditBanj;
   record->Copy = Copy;
   record->Message = Message;
   record->FreeRender = nullptr;  // there is no InitRender either

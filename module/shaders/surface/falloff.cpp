@@ -3,6 +3,7 @@
 
 #include "module/kit/matrix.h"
 #include "module/kit/vector.h"
+#include "module/shaders/surface/falloff_dialog.h"
 #include "module/shell/ramp_form.h"
 #include "module/shell/table_callbacks.h"
 
@@ -137,6 +138,7 @@ void Output(Vector* result, ShaderInstance* instance, ChannelSample* sample) noe
 void FillFalloffRecord(ShaderRecord* record) noexcept {
   using Callbacks = TableCallbacks<kFalloffTable>;
   Callbacks::Fill(record);
+  record->Edit = EditFalloff;
   record->InitRender = Callbacks::InitSlots;
   record->Output = Output;
 }

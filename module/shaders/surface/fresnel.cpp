@@ -7,6 +7,7 @@
 
 #include "module/kit/ramp_edit.h"
 #include "module/shaders/surface/along_ray.h"
+#include "module/shaders/surface/fresnel_dialog.h"
 #include "module/shell/host_stream.h"
 #include "module/shell/ramp_form.h"
 #include "module/shell/table_callbacks.h"
@@ -42,7 +43,7 @@ constexpr auto kOwnFields = std::to_array<Field>({
      .help = "Which sides of the surface show the ramp, and what the others show.",
      .limits = {.step = 1}, .choices = kSideModes},
     {MEMBER(Int, previewBusy), .initial = Initially(0), .copied = true},
-    {MEMBER(Int, previewAuto), .initial = Initially(1), .copied = true},
+    {MEMBER(Int, previewAuto), .initial = Initially(1), .copied = true, .choices = kSwitchChoices},
     {MEMBER(Int, changed), .initial = Initially(1), .copied = true},
     {MEMBER(Int, previewObject), .initial = Initially(1), .copied = true},
     {MEMBER(Int, nested), .initial = Initially(0)},
@@ -184,6 +185,7 @@ void Output(Vector* result, ShaderInstance* instance, ChannelSample* sample) noe
 
 void FillFresnelRecord(ShaderRecord* record) noexcept {
   TableCallbacks<kFresnelTable>::Fill(record);
+  record->Edit = EditFresnel;
   record->GetInfo = nullptr;
   record->Read = Read;
   record->InitRender = InitRender;

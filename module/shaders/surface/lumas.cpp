@@ -8,6 +8,7 @@
 #include "module/shaders/surface/illumination.h"
 #include "module/shaders/surface/lumas_anisotropy.h"
 #include "module/shaders/surface/lumas_derive.h"
+#include "module/shaders/surface/lumas_dialog.h"
 #include "module/shaders/surface/lumas_diffuse.h"
 #include "module/shell/host_render.h"
 #include "module/shell/table_callbacks.h"
@@ -122,6 +123,7 @@ void Output(Vector* result, ShaderInstance* instance, ChannelSample* sample) noe
 
 void FillLumasRecord(ShaderRecord* record) noexcept {
   TableCallbacks<kLumasTable>::Fill(record);
+  record->Edit = EditLumas;
   record->Alloc = Alloc;
   record->InitRender = TableCallbacks<kLumasTable>::InitSlots;
   record->Output = Output;

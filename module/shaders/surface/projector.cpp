@@ -8,6 +8,7 @@
 #include "module/shaders/filters/filter_fields.h"
 #include "module/shaders/filters/input_stage.h"
 #include "module/shaders/sample_points.h"
+#include "module/shaders/surface/projector_dialog.h"
 #include "module/shaders/surface/projector_tags.h"
 #include "module/shaders/tilt_normal.h"
 #include "module/shell/host_core.h"
@@ -318,6 +319,7 @@ void Output(Vector* result, ShaderInstance* instance, ChannelSample* sample) noe
 
 void FillProjectorRecord(ShaderRecord* record) noexcept {
   TableCallbacks<kProjectorTable>::Fill(record);
+  record->Edit = EditProjector;
   record->InitRender = InitRender;
   record->FreeRender = FreeRender;
   record->Output = Output;

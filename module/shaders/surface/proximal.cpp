@@ -5,6 +5,7 @@
 
 #include "module/kit/remap.h"
 #include "module/kit/vector.h"
+#include "module/shaders/surface/proximal_dialog.h"
 #include "module/shaders/surface/proximal_targets.h"
 #include "module/shaders/surface/proximal_weight.h"
 #include "module/shaders/tilt_normal.h"
@@ -256,6 +257,7 @@ void Output(Vector* result, ShaderInstance* instance, ChannelSample* sample) noe
 
 void FillProximalRecord(ShaderRecord* record) noexcept {
   TableCallbacks<kProximalTable>::Fill(record);
+  record->Edit = EditProximal;
   record->InitRender = InitRender;
   record->FreeRender = FreeRender;
   record->Output = Output;

@@ -2,6 +2,8 @@
 
 #include <sorvanix/ids.h>
 
+#include "host/dialogs/dialog_tables.h"
+
 namespace sorvanix::host::fake {
 
 namespace {
@@ -170,6 +172,7 @@ class FakeTexture final : public Texture {
 void InstallLinks(HostTables& installed) {
   InstallChannelLinks(installed.channel, installed.stream);
   InstallBitmaps(installed.bitmap);
+  InstallDialogs(installed);
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ inline int preparedCount = 0;
 inline TextureLookup lastLookup;
 tl::expected<TexturePointer, std::string> OpenTexture(const std::filesystem::path& file);
 
-/// A host with links and bitmaps, whose links know the two shaders.
+/// A host with links, bitmaps and dialogs, whose links know the two shaders.
 class LinkHost {
  public:
   LinkHost();

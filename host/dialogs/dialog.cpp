@@ -1,0 +1,225 @@
+#include "host/dialogs/dialog.h"
+
+#include <sorvanix/ids.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace sorvanix::host {
+
+namespace {
+
+std::int32_t SideFor(std::int32_t ofLayout, const Container& reply, std::int32_t key) {
+  const Word asked = std::max(reply.GetInt(key), Word{ofLayout});
+  return static_cast<std::int32_t>(std::clamp(asked, Word{0}, Word{kLargestArea}));
+}
+
+std::optional<ContainerValue> MessageValueOf(const GadgetValue& value) {
+  struct Visitor {
+    using Carried = std::optional<ContainerValue>;
+    Carried operator()(std::monostate) const { return std::nullopt; }
+    Carried operator()(std::int32_t whole) const { return Word{whole}; }
+    Carried operator()(float real) const { return real; }
+    Carried operator()(bool truth) const { return truth; }
+    Carried operator()(const Vector& colour) const { return colour; }
+    Carried operator()(const std::string& text) const { return Text(text); }
+  };
+  return std::visit(Visitor(), value);
+}
+
+bool IsGadget(const LayoutElement& element) { return element.id != 0; }
+
+}  // namespace
+
+UserArea::UserArea(Dialog& dialog, const LayoutElement& element, DialogMessageFunction handler,
+                   void* context) noexcept
+    : dialog_(dialog),
+      id_(element.id),
+      handler_(handler),
+      context_(context),
+      width_(element.width),
+      height_(element.height) {}
+
+UserArea::~UserArea() {
+  if (DialogService* service = dialog_.Service()) service->Redraws().Remove(this);
+}
+
+std::int32_t UserArea::Send(std::int32_t id, const Container& message, Container& reply) {
+  return handler_ == nullptr ? 0 : handler_(context_, id, message.Handle(), reply.Handle());
+}
+
+void UserArea::Prepare() {
+  Container reply;
+  Send(AreaMinSize, Container(AreaMinSize), reply);
+  Resize(SideFor(width_, reply, AreaWidth), SideFor(height_, reply, AreaHeight));
+  Send(AreaInit, Container(AreaInit), reply);
+  Send(AreaVisible, Container(AreaVisible), reply);
+  WantRedraw();
+}
+
+void UserArea::Resize(std::int32_t width, std::int32_t height) {
+  width_ = width;
+  height_ = height;
+  picture_.Init(width, height);  // false for an area without pixels, which stays empty
+}
+
+void UserArea::Draw() {
+  Container reply;
+  Send(AreaDraw, Container(AreaDraw), reply);
+}
+
+void UserArea::Press(const MousePlace& place, bool isDouble) {
+  SendMouse(MouseLeft, place, InputDouble, isDouble ? 1 : 0);
+}
+
+void UserArea::Wheel(const MousePlace& place, std::int32_t delta) {
+  SendMouse(MouseWheel, place, InputWheel, delta);
+}
+
+void UserArea::SendMouse(std::int32_t channel, const MousePlace& place, std::int32_t key,
+                         std::int32_t value) {
+  Container message(AreaInput);
+  message.Set(InputDevice, Word{DialogMouse});
+  message.Set(InputChannel, Word{channel});
+  message.Set(InputQualifier, Word{place.qualifier});
+  message.Set(InputX, Word{place.x});
+  message.Set(InputY, Word{place.y});
+  message.Set(key, Word{value});
+  Container reply;
+  Send(AreaInput, message, reply);
+}
+
+void UserArea::Tick() {
+  Container reply;
+  Send(AreaTimer, Container(AreaTimer), reply);
+}
+
+void UserArea::WantRedraw() noexcept {
+  DialogService* service = dialog_.Service();
+  if (service == nullptr) return;
+  Guarded([&] { service->Redraws().Add(this); });
+  service->RedrawWanted();
+}
+
+void UserArea::Paint(const Bitmap& picture, std::int32_t x, std::int32_t y) {
+  // In 64 bits: a place far outside must not wrap around into the area.
+  const auto first = [](std::int64_t place) { return std::max<std::int64_t>(place, 0); };
+  const auto end = [](std::int64_t place, std::int64_t side, std::int64_t limit) {
+    return std::min(place + side, limit);
+  };
+  for (std::int64_t row = first(y); row < end(y, picture.Height(), height_); ++row) {
+    for (std::int64_t column = first(x); column < end(x, picture.Width(), width_); ++column) {
+      picture_.Set(
+          static_cast<std::int32_t>(column), static_cast<std::int32_t>(row),
+          picture.At(static_cast<std::int32_t>(column - x), static_cast<std::int32_t>(row - y)));
+    }
+  }
+  if (DialogService* service = dialog_.Service()) service->PictureChanged(*this);
+}
+
+void UserArea::SendAction(bool dragging) {
+  Container message(id_);
+  message.Set(DialogDragging, Word{dragging ? 1 : 0});
+  dialog_.Send(id_, message);
+}
+
+void UserArea::SetTimer(std::int32_t milliseconds) {
+  timer_ = std::max(milliseconds, 0);
+  if (DialogService* service = dialog_.Service()) service->TimerChanged(*this);
+}
+
+Dialog::Dialog(DialogMessageFunction handler, void* context) noexcept
+    : handler_(handler), context_(context), service_(CurrentDialogService()) {}
+
+void Dialog::Load(std::shared_ptr<const DialogLayout> layout) {
+  if (layout_ != nullptr) return;
+  layout_ = std::move(layout);
+  title_ = layout_->title;
+  AddGadgets(layout_->root);
+  std::sort(gadgets_.begin(), gadgets_.end(),
+            [](const Gadget& a, const Gadget& b) { return a.id < b.id; });
+}
+
+void Dialog::AddGadgets(const LayoutElement& element) {
+  if (IsGadget(element)) gadgets_.emplace_back(element);
+  if (element.kind == ElementKind::Area) areaLayouts_.push_back(&element);
+  for (const LayoutElement& child : element.children) AddGadgets(child);
+}
+
+const Gadget* Dialog::Find(std::int32_t id) const noexcept {
+  // The last gadget that does not begin behind the id.
+  auto after = std::upper_bound(gadgets_.begin(), gadgets_.end(), id,
+                                [](std::int32_t wanted, const Gadget& g) { return wanted < g.id; });
+  if (after == gadgets_.begin()) return nullptr;
+  const Gadget& gadget = *--after;
+  const std::int32_t count = gadget.kind == ElementKind::Link ? kLinkIds : 1;
+  return id - gadget.id < count ? &gadget : nullptr;
+}
+
+Gadget* Dialog::Find(std::int32_t id) noexcept {
+  return const_cast<Gadget*>(std::as_const(*this).Find(id));
+}
+
+UserArea* Dialog::Area(std::int32_t id) const noexcept {
+  const auto found =
+      std::find_if(areas_.begin(), areas_.end(), [id](const auto& a) { return a->Id() == id; });
+  return found == areas_.end() ? nullptr : found->get();
+}
+
+bool Dialog::Open(std::int32_t x, std::int32_t y) {
+  if (layout_ == nullptr || service_ == nullptr) return false;
+  closed_ = confirmed_ = false;
+  if (service_->ShowsPictures()) {
+    for (const auto& area : areas_) area->Prepare();
+  }
+  service_->RunModal(*this, x, y);
+  return confirmed_;
+}
+
+void Dialog::Close(bool confirmed) {
+  if (std::exchange(closed_, true)) return;
+  confirmed_ = confirmed;
+  if (service_ != nullptr) service_->Closed(*this);
+}
+
+void Dialog::Set(Gadget& gadget, GadgetValue value, bool dragging) {
+  if (gadget.kind != ElementKind::Button) gadget.value = value;
+  if (service_ != nullptr) service_->GadgetChanged(*this, gadget);
+  Container message(gadget.id);
+  if (auto carried = MessageValueOf(value)) message.Set(DialogValue, *std::move(carried));
+  message.Set(DialogDragging, Word{dragging ? 1 : 0});
+  Send(gadget.id, message);
+}
+
+void Dialog::ChangeLink(const Gadget& gadget) {
+  if (service_ != nullptr) service_->GadgetChanged(*this, gadget);
+  Send(gadget.id, Container(gadget.id));
+}
+
+void Dialog::PressKey(std::int32_t code, std::int32_t qualifier) {
+  Container message(DialogKey);
+  message.Set(InputDevice, Word{DialogKey});
+  message.Set(InputChannel, Word{code});
+  message.Set(InputQualifier, Word{qualifier});
+  if (Send(DialogKey, message) == 0 && code == KeyEscape) Close(false);
+}
+
+UserArea* Dialog::Attach(std::int32_t id, DialogMessageFunction handler, void* context) {
+  const auto found = std::find_if(areaLayouts_.begin(), areaLayouts_.end(),
+                                  [id](const LayoutElement* each) { return each->id == id; });
+  if (found == areaLayouts_.end() || Area(id) != nullptr) return nullptr;
+  areas_.emplace_back(new UserArea(*this, **found, handler, context));
+  return areas_.back().get();
+}
+
+void Dialog::SetTitle(std::string title) {
+  title_ = std::move(title);
+  if (service_ != nullptr) service_->TitleChanged(*this);
+}
+
+std::int32_t Dialog::Send(std::int32_t id, const Container& message) {
+  Container reply;
+  return handler_ == nullptr ? 0 : handler_(context_, id, message.Handle(), reply.Handle());
+}
+
+}  // namespace sorvanix::host
