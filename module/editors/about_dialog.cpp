@@ -3,9 +3,8 @@
 
 #include <limits>
 
+#include "module/editors/about_area.h"
 #include "module/editors/plugin_files.h"
-#include "module/editors/user_area.h"
-#include "module/shell/host_channel.h"
 #include "module/shell/host_container.h"
 #include "module/shell/resource_bundle.h"
 
@@ -19,43 +18,6 @@ constexpr std::int32_t kAreaGadget = 35000;  // the same number as the dialog's,
 constexpr std::int32_t kDocumentationGadgets[] = {35001, 35002};
 constexpr std::int32_t kVersionGadget = 35006;  // of the host
 constexpr std::int32_t kCloseGadget = 35007;    // has the focus
-
-class AboutArea final : public UserArea {
- public:
-  explicit AboutArea(HostDialog* dialog) noexcept : dialog_(dialog) {}
-
- protected:
-  bool GetMinSize(std::int32_t* width, std::int32_t* height) noexcept override {
-    constexpr std::int32_t kHeight = 250;
-    LoadOnce();
-    const std::int32_t pictureWidth = hostBitmapWidth(picture_.get());
-    *width = pictureWidth > 0 ? pictureWidth - 1 : 0;
-    *height = kHeight;
-    return true;
-  }
-  bool Init() noexcept override {
-    LoadOnce();
-    return true;
-  }
-  void Draw() noexcept override { hostAreaDrawBitmap(get(), picture_.get(), 0, 0); }
-  bool Input(const AreaInputEvent& event) noexcept override {
-    if (!event.IsLeftPress()) return false;
-    hostDialogClose(dialog_, true);
-    return true;
-  }
-
- private:
-  // A missing picture leaves the area empty.
-  void LoadOnce() noexcept {
-    if (loaded_) return;
-    loaded_ = true;
-    picture_.Load(ResourceFile("sorvanix About.tif").get());
-  }
-
-  HostDialog* dialog_;
-  OwnedBitmap picture_;
-  bool loaded_ = false;
-};
 
 // The folder of the documentation stands beside that of the module.
 void OpenDocumentation() noexcept {

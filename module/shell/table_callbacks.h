@@ -28,7 +28,7 @@ struct TableCallbacks {
   static std::int32_t Write(const ShaderInstance* instance, HostStream* writer) noexcept {
     return WriteBlock(table, instance, writer);
   }
-  // The module has no dialogs yet: nothing was confirmed.
+  /// Of a shader without a dialog: nothing was confirmed.
   static std::int32_t Edit(ShaderInstance*) noexcept { return 0; }
   static std::uint32_t GetInfo() noexcept { return table.infoWord; }
   static std::int32_t Message(ShaderInstance* instance, std::int32_t id,

@@ -128,14 +128,14 @@ const MaterialTable& FakeMaterialTable() {
 }
 
 const DocumentListTable& FakeDocumentListTable() {
-  static const DocumentListTable table = {.active = []() noexcept -> HostDocument* {
-                                            static FakeScene active;
-                                            return Service().hasActiveDocument ? active.handle()
-                                                                               : nullptr;
-                                          },
-                                          .load = Load,
-                                          .merge = nullptr,
-                                          .free = FreeDocument};
+  static const DocumentListTable table = {
+      .active = []() noexcept -> HostDocument* {
+        FakeDocuments& documents = Service();
+        return documents.hasActiveDocument ? documents.active.handle() : nullptr;
+      },
+      .load = Load,
+      .merge = nullptr,
+      .free = FreeDocument};
   return table;
 }
 

@@ -57,6 +57,7 @@ class FakeDocuments {
   std::function<void(const FakeRender&, HostBitmap*)> onRender;
 
   bool hasActiveDocument = true;
+  FakeScene active;  ///< the scene that the user works on
   FakeTextureTag* activeTag = nullptr;
   std::map<const FakeObject*, FakeTextureTag> textureTags;
   FakeMaterial* lastMaterial = nullptr;

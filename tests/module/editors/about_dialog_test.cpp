@@ -35,8 +35,9 @@ TEST_F(AboutDialogTest, ShowsItsPictureUnderItsTitle) {
     EXPECT_EQ(size->height, 250);
     about.Area(kPicture).Draw();
     ASSERT_FALSE(about.Area(kPicture).drawn.empty());
-    EXPECT_EQ(about.Area(kPicture).drawn[0].bitmap->file, "/plugins/Resources/sorvanix About.tif");
+    EXPECT_EQ(about.Area(kPicture).drawn[0].bitmap->width, 400);
   });
+  EXPECT_EQ(host.picturesAsked.back(), "/plugins/Resources/sorvanix About.tif");
 }
 
 TEST_F(AboutDialogTest, AMissingPictureLeavesTheAreaEmpty) {
@@ -47,6 +48,79 @@ TEST_F(AboutDialogTest, AMissingPictureLeavesTheAreaEmpty) {
     EXPECT_TRUE(about.Area(kPicture).drawn.empty());
   });
   EXPECT_TRUE(host.messages.empty());
+}
+
+// --- the credits ---
+
+// What stands in the area: rows of the picture, each with the number of its light pixels.
+std::vector<int> LightPixels(FakeDialog& about) {
+  FakeArea& area = about.Area(kPicture);
+  area.Draw();
+  const FakeBitmap& shown = *area.drawn.at(0).bitmap;
+  std::vector<int> rows(250);
+  for (int y = 0; y < 250; ++y) {
+    for (int x = 0; x < 400; ++x) rows[static_cast<std::size_t>(y)] += shown.At(x, y).red > 0;
+  }
+  return rows;
+}
+
+// The fake picture is black.
+TEST_F(AboutDialogTest, CreditsStandInTheLowerBandOfThePictureAlone) {
+  About([](FakeDialog& about) {
+    const auto rows = LightPixels(about);
+    int inBand = 0;
+    for (std::size_t y = 0; y < rows.size(); ++y) {
+      if (y >= 130 && y < 240) {
+        inBand += rows[y];
+      } else {
+        EXPECT_EQ(rows[y], 0) << y;
+      }
+    }
+    EXPECT_GT(inBand, 0);
+  });
+}
+
+// In the middle of the band, where nothing fades, a tick moves the rows up by one.
+TEST_F(AboutDialogTest, CreditsScrollWithTheTimer) {
+  About([](FakeDialog& about) {
+    FakeArea& area = about.Area(kPicture);
+    EXPECT_GT(area.timer, 0);
+    const auto before = LightPixels(about);
+    const int redraws = area.redraws;
+    area.Tick();
+    EXPECT_EQ(area.redraws, redraws + 1);
+    const auto after = LightPixels(about);
+    for (std::size_t y = 150; y < 220; ++y) EXPECT_EQ(after[y], before[y + 1]) << y;
+  });
+}
+
+TEST_F(AboutDialogTest, TheWheelScrollsBothWays) {
+  About([](FakeDialog& about) {
+    FakeArea& area = about.Area(kPicture);
+    const auto before = LightPixels(about);
+    EXPECT_TRUE(area.Wheel(-240));
+    EXPECT_NE(LightPixels(about), before);
+    EXPECT_TRUE(area.Wheel(120));
+    EXPECT_TRUE(area.Wheel(120));
+    EXPECT_EQ(LightPixels(about), before);
+    EXPECT_FALSE(about.closed);
+  });
+}
+
+// 21 lines of 20 pixels, and the 110 of the band: after 530 ticks they begin anew. No step of the
+// wheel is too large.
+TEST_F(AboutDialogTest, CreditsBeginAnewAtTheirEnd) {
+  About([](FakeDialog& about) {
+    FakeArea& area = about.Area(kPicture);
+    const auto first = LightPixels(about);
+    for (int tick = 0; tick < 529; ++tick) area.Tick();
+    EXPECT_NE(LightPixels(about), first);
+    area.Tick();
+    EXPECT_EQ(LightPixels(about), first);
+    area.Wheel(std::numeric_limits<std::int32_t>::min());
+    area.Wheel(std::numeric_limits<std::int32_t>::max());
+    area.Draw();
+  });
 }
 
 TEST_F(AboutDialogTest, AClickIntoThePictureClosesIt) {

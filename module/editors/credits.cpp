@@ -1,0 +1,102 @@
+// The lines, and their dots over a picture.
+#include "module/editors/credits.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+#include "module/editors/pixel_font.h"
+#include "module/shell/host_channel.h"
+
+namespace sorvanix {
+
+namespace {
+
+// No line is wider than the picture: 400 pixels hold 33 letters.
+constexpr std::string_view kLines[] = {
+    "Thanks to the following:",
+    "",
+    "Ken Perlin, for noise",
+    "John Peter Lewis,",
+    "for sparse convolution",
+    "Steven Worley, for cells",
+    "F. Kenton Musgrave,",
+    "for fractals and ridges",
+    "Bui Tuong Phong, for highlights",
+    "Michael Oren and Shree Nayar,",
+    "for rough surfaces",
+    "Gregory Ward, for brushed metal",
+    "Edwin Catmull and Raphael Rom,",
+    "for smooth curves",
+    "Alvy Ray Smith, for hue",
+    "",
+    "We would also like to thank...",
+    "",
+    "everyone who reports a bug,",
+    "everyone who reads the code,",
+    "and you, who looks at pictures.",
+};
+
+constexpr std::int32_t kDot = 2;  // pixels of a letter's dot
+constexpr std::int32_t kAdvance = (kGlyphWidth + 1) * kDot;
+constexpr std::int32_t kLineHeight = 20;
+constexpr std::int32_t kFade = 14;  // rows over which text comes and goes
+constexpr Pixel kInk = {232, 236, 244};
+
+constexpr std::int32_t Mix(std::int32_t from, std::int32_t to, std::int32_t share) {
+  return from + (to - from) * share / kFade;
+}
+
+// How opaque a row of the band is, up to kFade.
+std::int32_t OpacityOf(std::int32_t y) noexcept {
+  const std::int32_t fromEdge = std::min(y - kCreditsTop + 1, kCreditsBottom - y);
+  return std::clamp(fromEdge, 0, kFade);
+}
+
+void DrawDot(HostBitmap* bitmap, std::int32_t x, std::int32_t y) noexcept {
+  for (std::int32_t row = y; row < y + kDot; ++row) {
+    const std::int32_t share = OpacityOf(row);
+    if (share == 0) continue;
+    for (std::int32_t column = x; column < x + kDot; ++column) {
+      const Pixel below = hostBitmapGetPixel(bitmap, column, row);
+      hostBitmapSetPixel(bitmap, column, row,
+                         {Mix(below.red, kInk.red, share), Mix(below.green, kInk.green, share),
+                          Mix(below.blue, kInk.blue, share)});
+    }
+  }
+}
+
+void DrawLetter(HostBitmap* bitmap, char letter, std::int32_t x, std::int32_t y) noexcept {
+  for (std::int32_t row = 0; row < kGlyphHeight; ++row) {
+    for (std::int32_t column = 0; column < kGlyphWidth; ++column) {
+      if (HasDot(letter, column, row)) DrawDot(bitmap, x + column * kDot, y + row * kDot);
+    }
+  }
+}
+
+void DrawLine(HostBitmap* bitmap, std::string_view line, std::int32_t y) noexcept {
+  if (y + kLineHeight <= kCreditsTop || y >= kCreditsBottom) return;
+  const auto letters = static_cast<std::int32_t>(line.size());
+  std::int32_t x = (hostBitmapWidth(bitmap) - letters * kAdvance) / 2;
+  for (const char letter : line) {
+    DrawLetter(bitmap, letter, x, y);
+    x += kAdvance;
+  }
+}
+
+}  // namespace
+
+std::int32_t CreditsLength() noexcept {
+  const auto lines = static_cast<std::int32_t>(std::size(kLines));
+  return lines * kLineHeight + kCreditsBottom - kCreditsTop;
+}
+
+void DrawCredits(HostBitmap* bitmap, std::int32_t offset) noexcept {
+  std::int32_t y = kCreditsBottom - offset;
+  for (const std::string_view line : kLines) {
+    DrawLine(bitmap, line, y);
+    y += kLineHeight;
+  }
+}
+
+}  // namespace sorvanix
