@@ -39,6 +39,7 @@ struct FakeTables {
 
   template <class Handle>
   static Handle* NewText(const std::string& text) {
+    if (IsDue(FakeHost::Current().failText)) return ToHandle<Handle>(&emptyText);
     ++FakeHost::Current().liveTexts_;
     return ToHandle<Handle>(new FakeText{text});
   }
@@ -53,7 +54,7 @@ struct FakeTables {
   static void* Alloc(std::size_t size) noexcept {
     FakeHost& host = FakeHost::Current();
     host.calls.push_back("alloc(" + std::to_string(size) + ")");
-    if (host.failAllocation > 0 && --host.failAllocation == 0) return nullptr;
+    if (IsDue(host.failAllocation)) return nullptr;
     void* block = std::calloc(1, size == 0 ? 1 : size);
     host.blocks_.insert(block);
     return block;
