@@ -31,7 +31,7 @@ void Run(std::string_view text) {
   }
   LoadedModule();  // its shaders fill the channels
   host::LinkMaterials(*reading.scene);
-  host::StoreStates(*reading.scene);
+  host::StoreStates(*reading.scene, &Catalogue());
   const std::string written = host::SceneText(*reading.scene);
   const host::SceneReading again = host::ReadScene(written, file, options);
   SORVANIX_EXPECT(again.scene != nullptr);
