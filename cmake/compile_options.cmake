@@ -31,6 +31,10 @@ if(SORVANIX_SANITIZE)
   endif()
 endif()
 
+if(SORVANIX_FUZZERS)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 # Faster builds where the tools are there; nothing depends on them.
 find_program(SORVANIX_CCACHE ccache)
 if(SORVANIX_CCACHE)

@@ -53,6 +53,8 @@ struct MaterialReading {
 struct MaterialPlaces {
   std::filesystem::path file;                       // of the material itself; empty: where we are
   std::vector<std::filesystem::path> imageFolders;  // searched for bitmaps after the file's own
+  // Of a later program: what is not known is a warning, and left out.
+  bool isLater = false;
 };
 
 /// The most shaders that a graph may have. References can name one file many times, and a few small

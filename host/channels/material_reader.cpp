@@ -41,7 +41,7 @@ MaterialReading MaterialReader::Read(std::string_view text) {
   MaterialReading reading;
   MaterialNode node =
       ReadSource({text, {}, places_.file.parent_path(), {}, IdentityOf(places_.file), sources_}, 0);
-  if (!problems_.HasErrors()) reading.material = std::move(node);
+  if (!problems_.HasErrors() && node.shader != nullptr) reading.material = std::move(node);
   reading.problems = problems_.Take();
   reading.untold = problems_.Untold();
   return reading;
@@ -153,11 +153,15 @@ void MaterialReader::ReadParameter(const ShaderParameter& parameter, const Json&
                                    const std::string& pointer, MaterialNode& node) {
   if (parameter.type == ParameterType::Ramp) {
     std::vector<RampProblem> problems;
-    node.values.push_back({&parameter, ReadRamp(parameter, given, problems)});
+    Ramp ramp = ReadRamp(parameter, given, problems);
+    const bool isWhole = std::none_of(problems.begin(), problems.end(),
+                                      [](const RampProblem& problem) { return problem.isError; });
+    if (isWhole) node.values.push_back({&parameter, std::move(ramp)});
     for (RampProblem& problem : problems) {
       std::string place = pointer;
       for (const std::string& name : problem.below) place = PointerBelow(place, name);
-      AddProblem(problem.isError, place, problem.place->offset, std::move(problem.message));
+      AddProblem(problem.isError && !places_.isLater, place, problem.place->offset,
+                 std::move(problem.message));
     }
     return;
   }
@@ -182,7 +186,10 @@ std::optional<MaterialReader::Content> MaterialReader::ReadInput(const Json& giv
     }
     return ReadReference(*name, given, pointer, depth);
   }
-  if (std::holds_alternative<Json::Object>(given.value)) return ReadNode(given, pointer, depth);
+  if (std::holds_alternative<Json::Object>(given.value)) {
+    MaterialNode node = ReadNode(given, pointer, depth);
+    return node.shader == nullptr ? std::nullopt : std::optional<Content>(std::move(node));
+  }
   Fail(pointer, given,
        fmt::format("expected a shader, the name of a file, or null, found {}", KindOf(given)));
   return std::nullopt;
@@ -213,7 +220,8 @@ std::optional<MaterialReader::Content> MaterialReader::ReadReference(const std::
     return std::nullopt;
   }
   source.text = *text;
-  return ReadSource(std::move(source), depth);
+  MaterialNode node = ReadSource(std::move(source), depth);
+  return node.shader == nullptr ? std::nullopt : std::optional<Content>(std::move(node));
 }
 
 std::optional<MaterialBitmap> MaterialReader::FindBitmap(const std::string& name, const Json& given,

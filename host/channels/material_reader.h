@@ -51,7 +51,7 @@ class MaterialReader {
                                            const std::string& pointer);
 
   void Fail(const std::string& pointer, const Json& place, std::string message) {
-    AddProblem(true, pointer, place.offset, std::move(message));
+    AddProblem(!places_.isLater, pointer, place.offset, std::move(message));
   }
   void AddProblem(bool isError, const std::string& pointer, std::size_t offset,
                   std::string message);

@@ -2,11 +2,13 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
 #include "host/channels/channel_link.h"
 #include "host/dialogs/import_confirmation.h"
+#include "host/scene/graph_of_link.h"
 #include "host/scene/scene_format.h"
 #include "host/services/filenames.h"
 #include "host/services/stream_json.h"
@@ -29,36 +31,89 @@ std::optional<Container> DescriptionOf(const MaterialChannel::Graph& graph) {
   return description;
 }
 
-bool HasState(const MaterialChannel& channel) {
-  return !std::holds_alternative<std::nullptr_t>(channel.state.value);
+std::vector<StreamValue> WrittenBy(const Shader& shader) {
+  Stream stream;
+  shader.Write(stream);
+  return stream.Values();
 }
 
-/// Takes back the values that the shader itself wrote, which say more than its parameters do.
-bool Restore(Shader& shader, const MaterialChannel& channel) {
-  if (!HasState(channel)) return true;
-  auto values = StreamFromJson(channel.state);
-  if (!values) return false;
+/// The number with which a shader's values begin: the version of their form.
+std::optional<std::int32_t> MarkerOf(const std::vector<StreamValue>& values) {
+  if (values.empty()) return std::nullopt;
+  const auto* marker = std::get_if<std::int32_t>(&values.front().value);
+  return marker == nullptr ? std::nullopt : std::optional(*marker);
+}
+
+/// Whether a later program wrote these values of a shader, or those of one behind it: then they may
+/// hold more than the shader would read.
+bool IsLater(const std::vector<StreamValue>& values, const Shader& shader) {
+  const auto marker = MarkerOf(values), known = MarkerOf(WrittenBy(shader));
+  if (marker && known && *marker > *known) return true;
+  return std::any_of(values.begin(), values.end(), [](const StreamValue& value) {
+    const auto* inner = std::get_if<StreamLink>(&value.value);
+    Link link;
+    return inner != nullptr && inner->pluginId > 0 && link.HoldShader(inner->pluginId) &&
+           IsLater(inner->values, *link.HeldShader());
+  });
+}
+
+/// Takes back the values that the shader itself wrote, which say more than its parameters do; false
+/// when it cannot.
+bool Restore(Shader& shader, const Json& state) {
+  auto values = StreamFromJson(state);
+  if (!values || IsLater(*values, shader)) return false;
   Stream stream(std::move(*values));
   return shader.Read(stream);
 }
 
-bool SetUp(Link& link, Container& description, const MaterialChannel& channel) {
+/// Fills a link from its graph. A graph `withState` is not confirmed: what follows from its
+/// parameters is read too.
+bool TakeGraph(Link& link, Container& description, bool withState) {
   std::optional<UnconfirmedImport> unconfirmed;
-  if (HasState(channel)) unconfirmed.emplace();
+  if (withState) unconfirmed.emplace();
   return link.Message(MessageSetParameters, description) != 0;
 }
 
-/// Why the channel has no link, or an empty text.
+/// Why the channel has no link, or not all that was stored of it; or an empty text.
 std::string MakeLink(MaterialChannel& channel) {
   auto description = DescriptionOf(channel.graph);
   if (!description) return {};
   auto link = std::shared_ptr<Link>(new Link);
-  if (!SetUp(*link, *description, channel)) return "its shader cannot be had";
-  if (Shader* shader = link->HeldShader()) {
-    if (!Restore(*shader, channel)) return "its shader does not take its state back";
+  const bool hasState = !std::holds_alternative<std::nullptr_t>(channel.state.value);
+  if (!TakeGraph(*link, *description, hasState)) return "its shader cannot be had";
+  channel.link = link;
+  Shader* shader = link->HeldShader();
+  if (shader == nullptr) return {};
+  if (hasState) {
+    const Container told = shader->Parameters();
+    channel.isLaterState = !Restore(*shader, channel.state);
+    if (channel.isLaterState) {
+      // What a reading that failed has left is nothing to go by.
+      if (!TakeGraph(*link, *description, false)) return "its shader cannot be had";
+      shader = link->HeldShader();
+    }
+    channel.isGraphStale = !(shader->Parameters() == told);
   }
-  channel.link = std::move(link);
-  return {};
+  channel.linkedValues = WrittenBy(*shader);
+  if (!channel.isLaterState) return {};
+  return "its state is not of a form that is known here; the parameters of its graph are taken";
+}
+
+/// What the shader of a link stores, and how a file spells it.
+void StoreState(MaterialChannel& channel, const ShaderCatalogue* catalogue,
+                const std::filesystem::path& folder) {
+  const std::vector<StreamValue> values = WrittenBy(*channel.link->HeldShader());
+  if (values.empty()) return;  // it stores nothing
+  const bool isEdited = values != channel.linkedValues;
+  const bool isSpelled = !std::holds_alternative<std::nullptr_t>(channel.graphJson.value);
+  if (catalogue != nullptr && (isEdited || channel.isGraphStale || !isSpelled)) {
+    channel.graphJson = GraphOf(*channel.link, *catalogue, folder);
+    channel.isGraphStale = false;
+  }
+  if (channel.isLaterState && !isEdited) return;
+  channel.state = StreamToJson(values);
+  channel.isLaterState = false;
+  channel.linkedValues = values;
 }
 
 }  // namespace
@@ -88,14 +143,11 @@ std::vector<std::string> LinkMaterials(Scene& scene) {
   return problems;
 }
 
-void StoreStates(Scene& scene) {
+void StoreStates(Scene& scene, const ShaderCatalogue* catalogue) {
   for (const auto& material : scene.materials) {
     for (MaterialChannel& channel : material->channels) {
-      const Shader* shader = channel.link != nullptr ? channel.link->HeldShader() : nullptr;
-      Stream stream;
-      if (shader != nullptr && shader->Write(stream) && !stream.Values().empty()) {
-        channel.state = StreamToJson(stream.Values());
-      }
+      if (channel.link == nullptr || channel.link->HeldShader() == nullptr) continue;
+      StoreState(channel, catalogue, scene.file.parent_path());
     }
   }
 }

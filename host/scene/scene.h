@@ -17,6 +17,7 @@
 #include <variant>
 #include <vector>
 
+#include "host/scene/kept_members.h"
 #include "host/scene/material.h"
 #include "host/scene/mesh.h"
 #include "host/scene/primitives.h"
@@ -29,6 +30,9 @@ namespace sorvanix::host {
 
 class Object;
 class Scene;
+
+/// The version of scene files that this program writes.
+inline constexpr std::int32_t kSceneVersion = 1;
 
 /// What hangs on an object and has a handle: its points, its polygons, its particles, its textures.
 class Tag : public Handled<Tag, HostTag> {
@@ -70,6 +74,7 @@ class TextureTagNode : public Tag {
   /// the default reaches from -100 to 100. Tag coordinates of -1 to 1 are the projection's inside.
   Transform placement = {.scale = {100, 100, 100}};
   mutable std::unique_ptr<Container> settings;  ///< made for the module when it asks
+  KeptMembers kept;
 };
 
 /// A null: only a place, for its children.
@@ -85,6 +90,7 @@ struct ParticleItem {
   Vector position = {0, 0, 0};  ///< in the object's space
   bool visible = true;
   bool alive = true;
+  KeptMembers kept = {};
 };
 
 struct ParticleContent {
@@ -125,7 +131,9 @@ class Object : public Handled<Object, HostObject> {
   Text name;
   ObjectContent content;
   Transform transform;
-  bool visible = true;  ///< to the camera and to rays, with its children still shown
+  bool visible = true;      ///< to the camera and to rays, with its children still shown
+  std::string unknownKind;  ///< of a later program, by its name; the content is then that of a null
+  KeptMembers kept;
   std::vector<std::unique_ptr<TextureTagNode>> textureTags;
   std::vector<std::unique_ptr<Object>> children;
   Object* parent = nullptr;
@@ -143,6 +151,7 @@ struct Camera {
   Transform transform = {.position = {0, 0, -500}};  ///< scale is not used
   float fieldOfView = 36;                            ///< horizontal, in degrees, above 0, below 180
   std::int32_t width = 640, height = 480;            ///< of a picture, when nobody says otherwise
+  KeptMembers kept;
 
   Matrix ToWorld() const noexcept;
 };
@@ -166,7 +175,9 @@ class Scene : public Handled<Scene, HostDocument> {
   Object* FindObject(std::string_view name) noexcept;
   std::shared_ptr<Material> FindMaterial(std::string_view name) const noexcept;
 
-  std::filesystem::path file;  ///< where it was read from; empty for none
+  std::filesystem::path file;            ///< where it was read from; empty for none
+  std::int64_t version = kSceneVersion;  ///< of the format; later than ours with things unknown
+  KeptMembers kept;
   Camera camera;
   Vector background = {0, 0, 0};  ///< the colour of rays that hit nothing
   Object root;                    ///< has no name and no content: its children are the scene's

@@ -14,7 +14,6 @@
 namespace sorvanix::host {
 
 inline constexpr std::string_view kSceneFormat = "sorvanix-scene";
-inline constexpr std::int32_t kSceneVersion = 1;
 
 /// The names of a material's channels in files, by their numbers.
 inline constexpr std::array<std::string_view, kMaterialChannelCount> kChannelNames = {

@@ -44,11 +44,11 @@ void SceneReader::ReadScene(const Place& place) {
   std::vector<std::string_view> names = {"format", "version",   "$schema",
                                          "camera", "materials", "objects"};
   AddNames(FieldsOfScenes(), names);
-  CheckNames(place, "part of a scene", names);
   ReadFields(place, FieldsOfScenes(), *scene_);
   if (const Json* camera = Find(place, "camera")) ReadCamera(Below(place, "camera", *camera));
   ReadMaterials(place);
   ForEach(place, "objects", [&](const Place& item) { ReadObject(item, scene_->root); });
+  scene_->kept = CheckNames(place, "part of a scene", names);
 }
 
 bool SceneReader::CheckFormat(const Place& place) {
@@ -60,21 +60,27 @@ bool SceneReader::CheckFormat(const Place& place) {
   }
   const Json* version = Find(place, "version");
   const auto* number = version != nullptr ? std::get_if<std::int64_t>(&version->value) : nullptr;
-  if (number == nullptr || *number != kSceneVersion) {
+  if (number == nullptr || *number < 1) {
     Fail(version != nullptr ? Below(place, "version", *version) : place,
          fmt::format("\"version\" must be {}", kSceneVersion));
     return false;
+  }
+  scene_->version = *number;
+  isLater_ = *number > kSceneVersion;
+  if (isLater_) {
+    Warn(Below(place, "version", *version),
+         "the scene is of a later program; what is not known here is kept as it is");
   }
   return true;
 }
 
 void SceneReader::ReadCamera(const Place& place) {
-  if (Members(place, "a camera") == nullptr) return;
+  if (!IsObject(place, "a camera")) return;
   std::vector<std::string_view> names = {"target"};
   AddNames(FieldsOfCameras(), names);
-  CheckNames(place, "field of a camera", names);
   ReadFields(place, FieldsOfCameras(), scene_->camera);
   ReadTarget(place, scene_->camera.transform);
+  scene_->camera.kept = CheckNames(place, "field of a camera", names);
 }
 
 void SceneReader::ReadTarget(const Place& place, Transform& transform) {
@@ -103,6 +109,12 @@ const Json::Object* SceneReader::Members(const Place& place, std::string_view wh
   return members;
 }
 
+bool SceneReader::IsObject(const Place& place, std::string_view what) {
+  if (std::holds_alternative<Json::Object>(place.json.value)) return true;
+  Refuse(place, fmt::format("expected an object, {}, found {}", what, KindOf(place.json)));
+  return false;
+}
+
 SceneReader::Place SceneReader::Below(const Place& place, std::string_view name, const Json& json) {
   return {json, PointerBelow(place.pointer, name)};
 }
@@ -122,21 +134,43 @@ std::optional<ParameterValue> SceneReader::ReadValue(const Place& place,
     problem = BeyondLimits(*integer, rule);
   }
   if (problem.empty()) return std::move(value->value);
-  Fail(place, std::move(problem));
+  Refuse(place, std::move(problem));
   return std::nullopt;
 }
 
-void SceneReader::CheckNames(const Place& place, std::string_view what,
-                             const std::vector<std::string_view>& names) {
+KeptMembers SceneReader::CheckNames(const Place& place, std::string_view what,
+                                    const std::vector<std::string_view>& names) {
+  KeptMembers members;
+  bool allKnown = true;
   for (const JsonMember& member : std::get<Json::Object>(place.json.value)) {
-    if (std::find(names.begin(), names.end(), member.name) != names.end()) continue;
-    Fail(Below(place, member.name, member.value), UnknownName(what, member.name, names));
+    const Place below = Below(place, member.name, member.value);
+    const bool isKnown = std::find(names.begin(), names.end(), member.name) != names.end();
+    if (!isKnown) Refuse(below, UnknownName(what, member.name, names));
+    // "$schema" is for editors: known, and of no use here.
+    const bool isTaken = isKnown && member.name != "$schema" && !refused_.contains(below.pointer);
+    members.push_back({member.name, isTaken ? std::nullopt : std::optional(member.value)});
+    allKnown = allKnown && isTaken;
   }
+  return allKnown ? KeptMembers() : members;
 }
 
 void SceneReader::Fail(const Place& place, std::string message) {
   AddProblem(place,
              {.file = {}, .pointer = place.pointer, .position = {}, .message = std::move(message)});
+}
+
+void SceneReader::Warn(const Place& place, std::string message) {
+  AddProblem(place, {.isError = false,
+                     .file = {},
+                     .pointer = place.pointer,
+                     .position = {},
+                     .message = std::move(message)});
+}
+
+void SceneReader::Refuse(const Place& place, std::string message) {
+  if (!isLater_) return Fail(place, std::move(message));
+  refused_.insert(place.pointer);
+  Warn(place, std::move(message));
 }
 
 void SceneReader::AddProblem(const Place& place, SceneProblem problem) {

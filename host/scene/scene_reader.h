@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -51,10 +52,13 @@ class SceneReader {
   void ReadMesh(const Place& place, MeshContent& content);
   void ReadParticle(const Place& place, ParticleContent& content);
   void ReadTexture(const Place& place, Object& object);
+  void ReadMaterialOf(const Place& place, TextureTagNode& tag);
   void ReadActive(const Place& place, TextureTagNode& tag);
   void ReadTarget(const Place& place, Transform& transform);
 
-  /// The members of an object, or null with a problem told.
+  /// Whether the value of a member is an object; refused otherwise.
+  bool IsObject(const Place& place, std::string_view what);
+  /// The members of an object, or null with an error told: the items of lists must be objects.
   const Json::Object* Members(const Place& place, std::string_view what);
   /// Calls `read` for each item of the list under a name, if it is there.
   template <class ReadItem>
@@ -83,11 +87,16 @@ class SceneReader {
   static void AddNames(const SceneFields<Record>& fields, std::vector<std::string_view>& names) {
     for (const SceneField<Record>& field : fields) names.push_back(field.parameter.name);
   }
-  /// Every name that is none of these is a problem.
-  void CheckNames(const Place& place, std::string_view what,
-                  const std::vector<std::string_view>& names);
+  /// Every name that is none of these is refused. To be called when the members that are known were
+  /// read: what it answers are those that are not, and those that were refused.
+  KeptMembers CheckNames(const Place& place, std::string_view what,
+                         const std::vector<std::string_view>& names);
 
   void Fail(const Place& place, std::string message);
+  void Warn(const Place& place, std::string message);
+  /// What this program does not understand: an error, but a warning in a document of a later
+  /// program, whose value is kept.
+  void Refuse(const Place& place, std::string message);
   /// One without a file of its own has a position from the place on.
   void AddProblem(const Place& place, SceneProblem problem);
 
@@ -97,6 +106,8 @@ class SceneReader {
   std::unique_ptr<Scene> scene_;
   std::map<std::filesystem::path, std::shared_ptr<const PolygonMesh>> meshes_;
   std::size_t polygons_ = 0;
+  bool isLater_ = false;           // the document is of a later program
+  std::set<std::string> refused_;  // pointers to values of such a document
   ProblemList problems_;
 };
 
@@ -107,7 +118,7 @@ void SceneReader::ForEach(const Place& place, std::string_view name, ReadItem&& 
   const Place below = Below(place, name, *given);
   const auto* items = std::get_if<Json::Array>(&given->value);
   if (items == nullptr) {
-    Fail(below, "expected a list");
+    Refuse(below, "expected a list");
     return;
   }
   for (std::size_t i = 0; i < items->size(); ++i) {

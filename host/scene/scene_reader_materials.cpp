@@ -58,39 +58,37 @@ void SceneReader::ReadMaterials(const Place& place) {
 void SceneReader::ReadMaterial(const Place& place, Material& material) {
   std::vector<std::string_view> names = {"channels"};
   AddNames(FieldsOfMaterials(), names);
-  CheckNames(place, "field of a material", names);
   ReadFields(place, FieldsOfMaterials(), material);
   if (const Json* given = Find(place, "channels")) {
     ReadChannels(Below(place, "channels", *given), material);
   }
+  material.kept = CheckNames(place, "field of a material", names);
 }
 
 void SceneReader::ReadChannels(const Place& place, Material& material) {
-  if (Members(place, "the channels by their names") == nullptr) return;
-  CheckNames(place, "channel", {kChannelNames.begin(), kChannelNames.end()});
+  if (!IsObject(place, "the channels by their names")) return;
   for (std::size_t i = 0; i < kMaterialChannelCount; ++i) {
     if (const Json* given = Find(place, kChannelNames[i])) {
       ReadChannel(Below(place, kChannelNames[i], *given), material.channels[i]);
     }
   }
+  material.keptChannels =
+      CheckNames(place, "channel", {kChannelNames.begin(), kChannelNames.end()});
 }
 
 void SceneReader::ReadChannel(const Place& place, MaterialChannel& channel) {
-  if (Members(place, "a channel") == nullptr) return;
+  if (!IsObject(place, "a channel")) return;
   std::vector<std::string_view> names = {"graph", "state"};
   AddNames(FieldsOfChannels(), names);
-  CheckNames(place, "field of a channel", names);
   channel.on = true;  // who names a channel wants to see it
   ReadFields(place, FieldsOfChannels(), channel);
   if (const Json* graph = Find(place, "graph")) ReadGraph(Below(place, "graph", *graph), channel);
   if (const Json* state = Find(place, "state")) {
-    const Place below = Below(place, "state", *state);
-    if (const auto values = StreamFromJson(*state)) {
-      channel.state = *state;
-    } else {
-      Fail({.json = *state, .pointer = below.pointer}, values.error().message);
-    }
+    const auto values = StreamFromJson(*state);
+    if (values || isLater_) channel.state = *state;
+    if (!values) Refuse(Below(place, "state", *state), values.error().message);
   }
+  channel.kept = CheckNames(place, "field of a channel", names);
 }
 
 void SceneReader::ReadGraph(const Place& place, MaterialChannel& channel) {
@@ -100,8 +98,8 @@ void SceneReader::ReadGraph(const Place& place, MaterialChannel& channel) {
   } else if (std::holds_alternative<Json::Object>(place.json.value)) {
     ReadGraphText(place, channel);
   } else if (!std::holds_alternative<std::nullptr_t>(place.json.value)) {
-    Fail(place,
-         fmt::format("expected a shader or the name of a file, found {}", KindOf(place.json)));
+    Refuse(place,
+           fmt::format("expected a shader or the name of a file, found {}", KindOf(place.json)));
   }
 }
 
@@ -125,7 +123,7 @@ void SceneReader::ReadGraphFile(const Place& place, const std::string& name,
       const auto text = ReadMaterialText(path);
       if (!text) return Fail(place, fmt::format("\"{}\": {}", Excerpt(name), text.error()));
       MaterialReading reading =
-          host::ReadMaterial(*text, *options_.catalogue, {path, options_.imageFolders});
+          host::ReadMaterial(*text, *options_.catalogue, {path, options_.imageFolders, isLater_});
       for (MaterialProblem& problem : reading.problems) {
         if (problem.file.empty()) problem.file = path;
         AddProblem(place, std::move(problem));
@@ -142,7 +140,7 @@ void SceneReader::ReadGraphText(const Place& place, MaterialChannel& channel) {
   if (options_.catalogue == nullptr) return;
   const std::string_view text = TextOfValue(text_, place.json.offset);
   MaterialReading reading =
-      host::ReadMaterial(text, *options_.catalogue, {file_, options_.imageFolders});
+      host::ReadMaterial(text, *options_.catalogue, {file_, options_.imageFolders, isLater_});
   for (MaterialProblem& problem : reading.problems) {
     if (problem.file.empty()) {  // in this text: told by its place in the whole
       problem.pointer = place.pointer + problem.pointer;

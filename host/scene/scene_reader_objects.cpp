@@ -34,17 +34,15 @@ void SceneReader::ReadObject(const Place& place, Object& parent) {
     return Fail(Below(place, "kind", *given), "expected the name of a kind of object");
   }
   const ObjectKind* kind = FindObjectKind(*name);
-  if (kind == nullptr) {
-    std::vector<std::string_view> names;
-    for (const ObjectKind& each : ObjectKinds()) names.push_back(each.name);
-    return Fail(Below(place, "kind", *given), UnknownName("kind of object", *name, names));
-  }
   Object& object = parent.Add(std::make_unique<Object>());
-  std::vector<std::string_view> names = {"kind", "target", "textures", "children"};
-  AddNames(FieldsOfObjects(), names);
-  AddNames(kind->fields, names);
-  if (*name == "particles") names.push_back("particles");
-  CheckNames(place, fmt::format("field of a {}", *name), names);
+  if (kind == nullptr) {
+    std::vector<std::string_view> known;
+    for (const ObjectKind& each : ObjectKinds()) known.push_back(each.name);
+    Refuse(Below(place, "kind", *given), UnknownName("kind of object", *name, known));
+    if (!isLater_) return;
+    kind = &KindOfContent(NullContent{});
+    object.unknownKind = *name;
+  }
   ReadFields(place, FieldsOfObjects(), object);
   ReadTarget(place, object.transform);
   ReadContent(place, *kind, object);
@@ -55,6 +53,12 @@ void SceneReader::ReadObject(const Place& place, Object& parent) {
   if (!IsFinite(object.world)) Fail(place, "the object is placed beyond what numbers can tell");
   ForEach(place, "textures", [&](const Place& item) { ReadTexture(item, object); });
   ForEach(place, "children", [&](const Place& item) { ReadObject(item, object); });
+
+  std::vector<std::string_view> names = {"kind", "target", "textures", "children"};
+  AddNames(FieldsOfObjects(), names);
+  AddNames(kind->fields, names);
+  if (*name == "particles") names.push_back("particles");
+  object.kept = CheckNames(place, fmt::format("field of a {}", Excerpt(*name)), names);
 }
 
 void SceneReader::ReadContent(const Place& place, const ObjectKind& kind, Object& object) {
@@ -105,36 +109,38 @@ void SceneReader::ReadParticle(const Place& place, ParticleContent& content) {
   } else if (Members(place, "a particle") != nullptr) {
     std::vector<std::string_view> names;
     AddNames(FieldsOfParticles(), names);
-    CheckNames(place, "field of a particle", names);
     ReadFields(place, FieldsOfParticles(), item);
+    item.kept = CheckNames(place, "field of a particle", names);
   }
-  content.particles.push_back(item);
+  content.particles.push_back(std::move(item));
 }
 
 void SceneReader::ReadTexture(const Place& place, Object& object) {
   if (Members(place, "a texture") == nullptr) return;
-  std::vector<std::string_view> names = {"material", "active"};
-  AddNames(FieldsOfTextures(), names);
-  CheckNames(place, "field of a texture", names);
   auto& tag = *object.textureTags.emplace_back(std::make_unique<TextureTagNode>(object));
   ReadFields(place, FieldsOfTextures(), tag);
   if (const Json* given = Find(place, "material")) {
-    const Place below = Below(place, "material", *given);
-    const auto* name = std::get_if<std::string>(&given->value);
-    if (name == nullptr) return Fail(below, "expected the name of a material");
-    tag.material = scene_->FindMaterial(*name);
-    if (tag.material.expired()) {
-      std::vector<std::string_view> known;
-      for (const auto& material : scene_->materials) known.push_back(material->name.text);
-      Fail(below, UnknownName("material", *name, known));
-    }
+    ReadMaterialOf(Below(place, "material", *given), tag);
   }
   if (const Json* active = Find(place, "active")) ReadActive(Below(place, "active", *active), tag);
+  std::vector<std::string_view> names = {"material", "active"};
+  AddNames(FieldsOfTextures(), names);
+  tag.kept = CheckNames(place, "field of a texture", names);
+}
+
+void SceneReader::ReadMaterialOf(const Place& place, TextureTagNode& tag) {
+  const auto* name = std::get_if<std::string>(&place.json.value);
+  if (name == nullptr) return Refuse(place, "expected the name of a material");
+  tag.material = scene_->FindMaterial(*name);
+  if (!tag.material.expired()) return;
+  std::vector<std::string_view> known;
+  for (const auto& material : scene_->materials) known.push_back(material->name.text);
+  Refuse(place, UnknownName("material", *name, known));
 }
 
 void SceneReader::ReadActive(const Place& place, TextureTagNode& tag) {
   const auto* isActive = std::get_if<bool>(&place.json.value);
-  if (isActive == nullptr) return Fail(place, "expected true or false");
+  if (isActive == nullptr) return Refuse(place, "expected true or false");
   if (!*isActive) return;
   if (scene_->activeTag != nullptr) return Fail(place, "there are two active textures");
   scene_->activeTag = &tag;

@@ -34,6 +34,7 @@ Json WriteChannel(const MaterialChannel& channel) {
   };
   if (isThere(channel.graphJson)) members.push_back({"graph", channel.graphJson});
   if (isThere(channel.state)) members.push_back({"state", channel.state});
+  PutBack(channel.kept, members);
   return Json(std::move(members));
 }
 
@@ -46,7 +47,9 @@ Json WriteMaterial(const Material& material) {
     if (WriteJson(channel) == untouched) continue;
     channels.push_back({std::string(kChannelNames[i]), std::move(channel)});
   }
+  PutBack(material.keptChannels, channels);
   if (!channels.empty()) members.push_back({"channels", Json(std::move(channels))});
+  PutBack(material.kept, members);
   return Json(std::move(members));
 }
 
@@ -58,18 +61,20 @@ Json WriteTexture(const TextureTagNode& tag, const Scene& scene) {
   }
   WriteFields(tag, TextureTagNode(nobody), FieldsOfTextures(), members);
   if (scene.activeTag == &tag) members.push_back({"active", Json(true)});
+  PutBack(tag.kept, members);
   return Json(std::move(members));
 }
 
 Json WriteParticles(const ParticleContent& content) {
   Json::Array items;
   for (const ParticleItem& item : content.particles) {
-    if (item.visible && item.alive) {
+    if (item.visible && item.alive && item.kept.empty()) {
       items.push_back(JsonOf(item.position));
       continue;
     }
     Json::Object members;
     WriteFields(item, ParticleItem(), FieldsOfParticles(), members);
+    PutBack(item.kept, members);
     items.push_back(Json(std::move(members)));
   }
   return Json(std::move(items));
@@ -78,7 +83,8 @@ Json WriteParticles(const ParticleContent& content) {
 /// With its children, which no scene nests deeper than a file can.
 Json WriteObject(const Object& object, const Scene& scene) {
   const ObjectKind& kind = KindOfContent(object.content);
-  Json::Object members = {{"kind", Json(std::string(kind.name))}};
+  Json::Object members = {
+      {"kind", Json(object.unknownKind.empty() ? std::string(kind.name) : object.unknownKind)}};
   WriteFields(object, Object(), FieldsOfObjects(), members);
   WriteFields(object.content, kind.initial, kind.fields, members);
   if (const auto* particles = std::get_if<ParticleContent>(&object.content)) {
@@ -89,6 +95,7 @@ Json WriteObject(const Object& object, const Scene& scene) {
   for (const auto& child : object.children) children.push_back(WriteObject(*child, scene));
   if (!textures.empty()) members.push_back({"textures", Json(std::move(textures))});
   if (!children.empty()) members.push_back({"children", Json(std::move(children))});
+  PutBack(object.kept, members);
   return Json(std::move(members));
 }
 
@@ -96,16 +103,18 @@ Json WriteObject(const Object& object, const Scene& scene) {
 
 std::string SceneText(const Scene& scene) {
   Json::Object members = {{"format", Json(std::string(kSceneFormat))},
-                          {"version", JsonOf(kSceneVersion)}};
+                          {"version", Json(scene.version)}};
   WriteFields(scene, Scene(), FieldsOfScenes(), members);
   Json::Object camera;
   WriteFields(scene.camera, Camera(), FieldsOfCameras(), camera);
+  PutBack(scene.camera.kept, camera);
   if (!camera.empty()) members.push_back({"camera", Json(std::move(camera))});
   Json::Array materials, objects;
   for (const auto& material : scene.materials) materials.push_back(WriteMaterial(*material));
   for (const auto& object : scene.root.children) objects.push_back(WriteObject(*object, scene));
   members.push_back({"materials", Json(std::move(materials))});
   members.push_back({"objects", Json(std::move(objects))});
+  PutBack(scene.kept, members);
   return WriteJson(Json(std::move(members))) + '\n';
 }
 

@@ -17,6 +17,7 @@ bool Same(const Vector& a, const Vector& b) { return a.x == b.x && a.y == b.y &&
 FakeStream& StreamOf(HostStream* stream) { return *reinterpret_cast<FakeStream*>(stream); }
 
 std::int32_t Append(HostStream* stream, StreamValue value) {
+  if (IsDue(FakeHost::Current().failWrite)) return 0;
   StreamOf(stream).values.push_back(std::move(value));
   return 1;
 }
@@ -24,6 +25,7 @@ std::int32_t Append(HostStream* stream, StreamValue value) {
 // The next value when it has the kind asked for; counts a mismatch otherwise.
 const StreamValue* Next(HostStream* handle, Kind kind) {
   FakeStream& stream = StreamOf(handle);
+  if (IsDue(FakeHost::Current().failRead)) return nullptr;
   if (stream.position >= stream.values.size() || stream.values[stream.position].kind != kind) {
     ++stream.mismatches;
     return nullptr;
@@ -88,9 +90,8 @@ Number NumberOr(const HostContainer* container, std::int32_t key, Number def) {
 }
 
 void Put(HostContainer* container, std::int32_t key, FakeValue value) {
-  if (container != nullptr) {
-    reinterpret_cast<FakeContainer*>(container)->Set(key, std::move(value));
-  }
+  if (container == nullptr || IsDue(FakeHost::Current().failContainerWrite)) return;
+  reinterpret_cast<FakeContainer*>(container)->Set(key, std::move(value));
 }
 
 std::int32_t FindKey(const HostContainer* container, std::int32_t key) noexcept {
@@ -109,12 +110,13 @@ std::int32_t KeyAt(const HostContainer* container, std::int32_t index) noexcept 
 
 HostContainer* CreateContainer(std::int32_t) noexcept {
   FakeHost& host = FakeHost::Current();
-  if (host.failContainers) return nullptr;
+  if (host.failContainers || IsDue(host.failContainer)) return nullptr;
   ++host.liveContainers;
   return (new FakeContainer)->handle();
 }
 
 void FreeContainer(HostContainer* container) noexcept {
+  if (container == nullptr) return;
   --FakeHost::Current().liveContainers;
   delete reinterpret_cast<FakeContainer*>(container);
 }

@@ -42,6 +42,7 @@ struct FakeTables {
 
   template <class Handle>
   static Handle* NewText(const std::string& text) {
+    if (IsDue(FakeHost::Current().failText)) return ToHandle<Handle>(&emptyText);
     ++FakeHost::Current().liveTexts_;
     return ToHandle<Handle>(new FakeText{text});
   }
@@ -57,7 +58,7 @@ struct FakeTables {
     FakeHost& host = FakeHost::Current();
     const std::lock_guard lock(host.mutex_);
     host.calls.push_back("alloc(" + std::to_string(size) + ")");
-    if (host.failAllocation > 0 && --host.failAllocation == 0) return nullptr;
+    if (IsDue(host.failAllocation)) return nullptr;
     void* block = std::calloc(1, size == 0 ? 1 : size);
     host.blocks_.insert(block);
     return block;

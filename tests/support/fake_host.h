@@ -33,6 +33,9 @@ struct Registration {
 std::string& FakeTextOf(HostString* text);
 const std::string& FakeTextOf(const HostString* text);
 
+/// Counts a call down; true for the one that shall fail.
+inline bool IsDue(int& countdown) { return countdown > 0 && --countdown == 0; }
+
 class FakeHost {
  public:
   explicit FakeHost(Word version = 7300);
@@ -51,12 +54,22 @@ class FakeHost {
   std::map<std::int32_t, std::string> texts;  ///< resource texts by id
 
   int refuseRegistration = 0;  ///< 1 refuses the first registration, 2 the second, ...
-  int failAllocation = 0;      ///< 1 fails the next allocation, 2 the one after, ...
   bool failResources = false;
-  int failLink = 0;               ///< 1 fails the next creation of a link, 2 the one after, ...
-  int failLinkCopy = 0;           ///< the same for copies of links
   bool failLinkedShader = false;  ///< links make no shader by its id
   bool failContainers = false;
+
+  // Each fails one call: 1 the next, 2 the one after, ... It is 0 again once that call was made.
+  int failAllocation = 0;
+  int failLink = 0;  ///< creations
+  int failLinkCopy = 0;
+  int failLinkInit = 0;        ///< InitRender of a link answers RenderInitFailed
+  int failBitmap = 0;          ///< a link's bitmap cannot be loaded
+  int failContainer = 0;       ///< creations
+  int failContainerWrite = 0;  ///< the setter stores nothing
+  int failText = 0;            ///< creations and copies answer the shared empty text
+  int failRead = 0;            ///< a stream's next value cannot be had
+  int failWrite = 0;           ///< a stream does not store the value
+  int failPolygonise = 0;
 
   std::vector<LinkRead> reads;  ///< of all links, in order
   bool recordReads = true;      ///< to be switched off where several threads read

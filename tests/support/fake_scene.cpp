@@ -1,5 +1,7 @@
 #include "tests/support/fake_scene.h"
 
+#include "tests/support/fake_host.h"
+
 namespace sorvanix::test {
 
 namespace {
@@ -56,6 +58,7 @@ const ParticleRecord* ParticleAt(const HostTag* handle, std::int32_t index) noex
 }
 
 HostObject* Polygonise(const HostObject* object, float detail) noexcept {
+  if (IsDue(FakeHost::Current().failPolygonise)) return nullptr;
   if (detail != 1 || Of(object).polygonised.empty()) return nullptr;
   ++livePolygonised;
   auto* made = new FakeObject("made of polygons");

@@ -13,7 +13,7 @@ void Record(const char* operation, const ScriptedLink& link, const std::string& 
 
 ChannelLink* Create() noexcept {
   FakeHost& host = FakeHost::Current();
-  if (host.failLink > 0 && --host.failLink == 0) return nullptr;
+  if (IsDue(host.failLink)) return nullptr;
   auto* link = new ScriptedLink(++host.linksMade);
   ++host.liveLinks;
   Record("channelCreate", *link);
@@ -29,7 +29,7 @@ void Release(ChannelLink* handle) noexcept {
 
 std::int32_t Copy(const ChannelLink* source, ChannelLink* destination) noexcept {
   FakeHost& host = FakeHost::Current();
-  if (host.failLinkCopy > 0 && --host.failLinkCopy == 0) return 0;
+  if (IsDue(host.failLinkCopy)) return 0;
   ScriptedLink::Of(destination).content = ScriptedLink::Of(source).content;
   return 1;
 }
@@ -41,6 +41,7 @@ std::int32_t Compare(const ChannelLink* first, const ChannelLink* second) noexce
 std::int32_t InitRender(ChannelLink* handle, const RenderInit* init) noexcept {
   ScriptedLink& link = ScriptedLink::Of(handle);
   Record("channelInitRender", link);
+  if (IsDue(FakeHost::Current().failLinkInit)) return RenderInitFailed;
   const ShaderRecord* record = link.content.record;
   if (record == nullptr || record->InitRender == nullptr) return link.initAnswer;
   return record->InitRender(link.content.instance, init);
@@ -79,6 +80,7 @@ Vector* Sample(Vector* result, ChannelLink* handle, RenderContext* render, const
 }
 
 HostBitmap* Bitmap(ChannelLink* handle) noexcept {
+  if (IsDue(FakeHost::Current().failBitmap)) return nullptr;
   const bool holds = ScriptedLink::Of(handle).content.bitmapWidth > 0;
   return holds ? reinterpret_cast<HostBitmap*>(handle) : nullptr;
 }

@@ -305,8 +305,11 @@ TEST(SceneProblems, OfNamesThatStandTwiceHaveAPointer) {
 TEST(SceneProblems, OfFilesThatAreNoScenes) {
   EXPECT_THAT(Messages("[]"), ElementsAre(HasSubstr("expected an object, a scene")));
   EXPECT_THAT(Messages("{}"), ElementsAre(HasSubstr("\"format\" must be \"sorvanix-scene\"")));
-  EXPECT_THAT(Messages(R"({ "format": "sorvanix-scene", "version": 2 })"),
-              ElementsAre("/version: \"version\" must be 1"));
+  for (const char* version : {"0", "-1", "1.5", "\"1\"", "null"}) {
+    EXPECT_THAT(
+        Messages(R"({ "format": "sorvanix-scene", "version": )" + std::string(version) + "}"),
+        ElementsAre("/version: \"version\" must be 1"));
+  }
   EXPECT_EQ(Problems("").size(), 1u);
   EXPECT_EQ(Problems("{ \"format\": ").size(), 1u);
   EXPECT_EQ(LoadScene("no/such/scene.json").problems.size(), 1u);
