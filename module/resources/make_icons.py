@@ -16,6 +16,7 @@ HEIGHT = 40
 LOGO_WIDTH, SPACER_WIDTH, TITLE_WIDTH = 150, 60, 260  # together as wide as a ramp's area
 MARK_SIZE = 30
 ABOUT_SIZE = (400, 250)
+CREDITS_TOP = 130  # the module draws the credits from here on
 SUPER = 3  # drawn so much larger, then averaged
 
 STRIP_TOP, STRIP_BOTTOM = (47, 53, 63), (29, 33, 40)
@@ -113,18 +114,23 @@ def bands(size):
     return picture.resize(size, Image.BICUBIC)
 
 
-def about(marks):
-    """The name over the bands, and all marks in two rows."""
-    width = ABOUT_SIZE[0]
+def about():
+    """The name over the bands, all marks in a row; below it is dark, for the credits scroll there."""
+    width, height = ABOUT_SIZE
     picture = bands(ABOUT_SIZE)
+    dark = Image.linear_gradient("L").resize((width, 60))
+    cover = Image.new("L", ABOUT_SIZE, 200)
+    cover.paste(0, (0, 0, width, CREDITS_TOP - 60))
+    cover.paste(dark.point(lambda t: t * 200 // 255), (0, CREDITS_TOP - 60))
+    picture.paste(STRIP_BOTTOM, (0, 0), cover)
     draw = ImageDraw.Draw(picture)
-    wordmark(draw, width / 2, 88, 52, centred=True)
-    draw.text((width / 2, 116), "procedural channel shaders", TEXT, font("Regular", 15),
+    wordmark(draw, width / 2, 62, 48, centred=True)
+    draw.text((width / 2, 86), "procedural channel shaders", TEXT, font("Regular", 15),
               anchor="ms")
-    step = 42
-    left = (width - 7 * step - MARK_SIZE) // 2
-    for i, mark in enumerate(marks):
-        paste_mark(picture, mark, left + i % 8 * step, 160 + i // 8 * step)
+    size, step = 18, 23
+    left = (width - 15 * step - size) // 2
+    for i, function in enumerate(icon_marks.MARKS.values()):
+        paste_mark(picture, mark_of(function, size), left + i * step, 100)
     return picture
 
 
@@ -137,7 +143,7 @@ def main():
     target.mkdir(parents=True, exist_ok=True)
     marks = {name: mark_of(function, MARK_SIZE) for name, function in icon_marks.MARKS.items()}
     pictures = {"sorvaNIX Logo": logo(), "sorvaNIX Spacer": strip(SPACER_WIDTH),
-                "sorvanix About": about(marks.values())}
+                "sorvanix About": about()}
     pictures |= {f"{name} Title": title(name, mark) for name, mark in marks.items()}
     for name, picture in pictures.items():
         picture.save(target / f"{name}.tif", compression="tiff_lzw")
