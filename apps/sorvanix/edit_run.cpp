@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <sorvanix/ids.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "apps/sorvanix/host_setup.h"
@@ -19,7 +20,7 @@ namespace {
 
 using host::Json;
 
-// What the module has to say, until it is known what it means for the edit.
+// What the module has to say, each thing once, until it is known what it means for the edit.
 class Messages final : public host::MessageSink {
  public:
   Messages() : former_(host::SetMessageSink(this)) {}
@@ -28,13 +29,13 @@ class Messages final : public host::MessageSink {
   Messages& operator=(const Messages&) = delete;
 
   void Show(std::string_view text, std::int32_t) override {
-    texts_ += (texts_.empty() ? "" : "; ") + std::string(text);
+    if (std::find(texts_.begin(), texts_.end(), text) == texts_.end()) texts_.emplace_back(text);
   }
-  const std::string& Texts() const { return texts_; }
+  const std::vector<std::string>& Texts() const { return texts_; }
 
  private:
   host::MessageSink* former_;
-  std::string texts_;
+  std::vector<std::string> texts_;
 };
 
 // While it lives, dialogs are the object's.
@@ -108,8 +109,8 @@ struct Played {
 };
 
 tl::expected<Played, Failure> Play(host::Shader& shader, host::HeadlessDialogs& dialogs,
-                                   const std::string& materialFile, const Script& script) {
-  const Messages messages;
+                                   const std::string& materialFile, const Script& script,
+                                   const Messages& messages) {
   Played played = {.before = shader.Parameters()};
   {
     const Serving serving(dialogs);
@@ -117,7 +118,8 @@ tl::expected<Played, Failure> Play(host::Shader& shader, host::HeadlessDialogs& 
   }
   dialogs.Finish();
   if (!dialogs.WasOpened()) {
-    if (const std::string& texts = messages.Texts(); !texts.empty()) {
+    if (!messages.Texts().empty()) {
+      const std::string texts = fmt::format("{}", fmt::join(messages.Texts(), "; "));
       return tl::unexpected(Failure{ExitCode::NoModule, texts});
     }
     return Invalid(fmt::format("{}: {} has no dialog", materialFile, shader.Name()));
@@ -151,10 +153,11 @@ tl::expected<Edited, Failure> RunEdit(const EditOptions& options,
 
   LoadedModule module;
   if (auto loaded = module.Load(modulePath); !loaded) return tl::unexpected(loaded.error());
+  const Messages messages;
   auto shader = host::ImportShader(*module, material, ChannelColour);
   if (!shader) return tl::unexpected(Failure{ExitCode::NoModule, shader.error()});
   host::HeadlessDialogs dialogs(std::move(script->events), catalogue, PlacesFor(options));
-  const auto played = Play(*shader, dialogs, options.material, *script);
+  const auto played = Play(*shader, dialogs, options.material, *script, messages);
   if (!played) return tl::unexpected(played.error());
 
   const auto output = options.output.empty() ? file : host::PathFromUtf8(options.output);
@@ -173,6 +176,7 @@ tl::expected<Edited, Failure> RunEdit(const EditOptions& options,
   for (const auto& warning : input.reading.Warnings()) {
     edited.warnings.push_back(Describe(file, warning));
   }
+  edited.warnings.insert(edited.warnings.end(), messages.Texts().begin(), messages.Texts().end());
   return edited;
 }
 

@@ -30,7 +30,7 @@ struct Edited {
   std::vector<std::string> failures;  // expectations, one line each with its place
   std::vector<host::SavedPicture> pictures;
   std::vector<std::filesystem::path> viewed;
-  std::vector<std::string> warnings;  // of the material, one line each
+  std::vector<std::string> warnings;  // of the material and the module, one line each
 };
 
 /// Plays the events; nothing is written. A failure of an expectation is no error here.
