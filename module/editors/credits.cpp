@@ -42,6 +42,8 @@ constexpr std::int32_t kAdvance = (kGlyphWidth + 1) * kDot;
 constexpr std::int32_t kLineHeight = 20;
 constexpr std::int32_t kFade = 14;  // rows over which text comes and goes
 constexpr Pixel kInk = {232, 236, 244};
+constexpr Pixel kGround = {8, 10, 14};  // what the picture darkens to below the text...
+constexpr std::int32_t kGroundShare = kFade * 7 / 8;  // ...so far
 
 constexpr std::int32_t Mix(std::int32_t from, std::int32_t to, std::int32_t share) {
   return from + (to - from) * share / kFade;
@@ -53,15 +55,29 @@ std::int32_t OpacityOf(std::int32_t y) noexcept {
   return std::clamp(fromEdge, 0, kFade);
 }
 
+// Brings a pixel nearer to a colour, by a share up to kFade.
+void Blend(HostBitmap* bitmap, std::int32_t x, std::int32_t y, const Pixel& colour,
+           std::int32_t share) noexcept {
+  const Pixel below = hostBitmapGetPixel(bitmap, x, y);
+  hostBitmapSetPixel(bitmap, x, y,
+                     {Mix(below.red, colour.red, share), Mix(below.green, colour.green, share),
+                      Mix(below.blue, colour.blue, share)});
+}
+
+void DarkenBand(HostBitmap* bitmap) noexcept {
+  const std::int32_t width = hostBitmapWidth(bitmap);
+  for (std::int32_t y = kCreditsTop; y < kCreditsBottom; ++y) {
+    const std::int32_t share = std::min(OpacityOf(y), kGroundShare);
+    for (std::int32_t x = 0; x < width; ++x) Blend(bitmap, x, y, kGround, share);
+  }
+}
+
 void DrawDot(HostBitmap* bitmap, std::int32_t x, std::int32_t y) noexcept {
   for (std::int32_t row = y; row < y + kDot; ++row) {
     const std::int32_t share = OpacityOf(row);
     if (share == 0) continue;
     for (std::int32_t column = x; column < x + kDot; ++column) {
-      const Pixel below = hostBitmapGetPixel(bitmap, column, row);
-      hostBitmapSetPixel(bitmap, column, row,
-                         {Mix(below.red, kInk.red, share), Mix(below.green, kInk.green, share),
-                          Mix(below.blue, kInk.blue, share)});
+      Blend(bitmap, column, row, kInk, share);
     }
   }
 }
@@ -92,6 +108,7 @@ std::int32_t CreditsLength() noexcept {
 }
 
 void DrawCredits(HostBitmap* bitmap, std::int32_t offset) noexcept {
+  DarkenBand(bitmap);
   std::int32_t y = kCreditsBottom - offset;
   for (const std::string_view line : kLines) {
     DrawLine(bitmap, line, y);

@@ -12,8 +12,8 @@ inline constexpr std::int32_t kCreditsBottom = 240;
 /// How far the credits scroll, in pixels, until they begin anew.
 std::int32_t CreditsLength() noexcept;
 
-/// Draws the credits over a picture, scrolled up by an offset from 0 to below CreditsLength(). The
-/// first line then stands that far above the lower edge of the band.
+/// Darkens the band of a picture and draws the credits over it, scrolled up by an offset from 0 to
+/// below CreditsLength(). The first line then stands that far above the lower edge of the band.
 void DrawCredits(HostBitmap* bitmap, std::int32_t offset) noexcept;
 
 }  // namespace sorvanix
