@@ -72,32 +72,31 @@ void DarkenBand(HostBitmap* bitmap) noexcept {
   }
 }
 
-void DrawDot(HostBitmap* bitmap, std::int32_t x, std::int32_t y) noexcept {
-  for (std::int32_t row = y; row < y + kDot; ++row) {
-    const std::int32_t share = OpacityOf(row);
-    if (share == 0) continue;
-    for (std::int32_t column = x; column < x + kDot; ++column) {
-      Blend(bitmap, column, row, kInk, share);
-    }
+void DrawDot(HostBitmap* bitmap, std::int32_t x, std::int32_t y, std::int32_t share) noexcept {
+  for (std::int32_t column = x; column < x + kDot; ++column) {
+    Blend(bitmap, column, y, kInk, share);
   }
 }
 
-void DrawLetter(HostBitmap* bitmap, char letter, std::int32_t x, std::int32_t y) noexcept {
-  for (std::int32_t row = 0; row < kGlyphHeight; ++row) {
-    for (std::int32_t column = 0; column < kGlyphWidth; ++column) {
-      if (HasDot(letter, column, row)) DrawDot(bitmap, x + column * kDot, y + row * kDot);
+// Text from its upper left corner on; each row of pixels is as opaque as `opacityOf` says.
+template <class Opacity>
+void DrawText(HostBitmap* bitmap, std::string_view text, std::int32_t x, std::int32_t top,
+              Opacity opacityOf) noexcept {
+  for (const char letter : text) {
+    for (std::int32_t row = 0; row < kGlyphHeight * kDot; ++row) {
+      const std::int32_t share = opacityOf(top + row);
+      for (std::int32_t column = 0; share > 0 && column < kGlyphWidth; ++column) {
+        if (HasDot(letter, column, row / kDot)) {
+          DrawDot(bitmap, x + column * kDot, top + row, share);
+        }
+      }
     }
-  }
-}
-
-void DrawLine(HostBitmap* bitmap, std::string_view line, std::int32_t y) noexcept {
-  if (y + kLineHeight <= kCreditsTop || y >= kCreditsBottom) return;
-  const auto letters = static_cast<std::int32_t>(line.size());
-  std::int32_t x = (hostBitmapWidth(bitmap) - letters * kAdvance) / 2;
-  for (const char letter : line) {
-    DrawLetter(bitmap, letter, x, y);
     x += kAdvance;
   }
+}
+
+std::int32_t CentredStart(const HostBitmap* bitmap, std::size_t letters) noexcept {
+  return (hostBitmapWidth(bitmap) - static_cast<std::int32_t>(letters) * kAdvance) / 2;
 }
 
 }  // namespace
@@ -111,9 +110,20 @@ void DrawCredits(HostBitmap* bitmap, std::int32_t offset) noexcept {
   DarkenBand(bitmap);
   std::int32_t y = kCreditsBottom - offset;
   for (const std::string_view line : kLines) {
-    DrawLine(bitmap, line, y);
+    const bool inBand = y + kLineHeight > kCreditsTop && y < kCreditsBottom;
+    if (inBand) DrawText(bitmap, line, CentredStart(bitmap, line.size()), y, OpacityOf);
     y += kLineHeight;
   }
+}
+
+void DrawCaption(HostBitmap* bitmap, const char* shaderName) noexcept {
+  constexpr std::string_view kPlugin = "sorvaNIX ";
+  const std::string_view name(shaderName);
+  const auto opaque = [](std::int32_t) { return kFade; };
+  const std::int32_t x = CentredStart(bitmap, kPlugin.size() + name.size());
+  DrawText(bitmap, kPlugin, x, kCaptionTop, opaque);
+  const auto letters = static_cast<std::int32_t>(kPlugin.size());
+  DrawText(bitmap, name, x + letters * kAdvance, kCaptionTop, opaque);
 }
 
 }  // namespace sorvanix
