@@ -18,12 +18,17 @@ bool OwnsObjects(const ShaderTable& table) noexcept {
   return false;
 }
 
-// The copies of links and texts change hands, so that nothing is left that could fail.
+// The links and texts change hands, so that nothing is left that could fail.
 void ExchangeOwnedObjects(const ShaderTable& table, void* first, void* second) noexcept {
   for (const Field& field : table.fields) {
     if (OperationsOf(field.kind).release == nullptr) continue;
     std::swap(MemberAt<void*>(first, field.offset), MemberAt<void*>(second, field.offset));
   }
+}
+
+void TakeOver(const ShaderTable& table, void* from, void* to) noexcept {
+  CopySharedWords(table, from, to);
+  ExchangeOwnedObjects(table, from, to);
 }
 
 }  // namespace
@@ -43,8 +48,12 @@ bool EditSession::MakeCopy() noexcept {
   CopySharedWords(*table_.shader, original_->data, working_.data);
   // What Copy makes stands alone, and so must its words.
   if (ownsObjects) StoreInt(working_.data, table_.shader->nestedOffset, 0);
-  StoreInt(working_.data, table_.preview.channel, original_->channel);
+  TellChannel();
   return true;
+}
+
+void EditSession::TellChannel() noexcept {
+  StoreInt(working_.data, table_.preview.channel, original_->channel);
 }
 
 bool EditSession::Begin() noexcept {
@@ -54,9 +63,19 @@ bool EditSession::Begin() noexcept {
   return scene_.get() != nullptr;
 }
 
-void EditSession::Confirm() noexcept {
-  CopySharedWords(*table_.shader, block(), original_->data);
-  ExchangeOwnedObjects(*table_.shader, block(), original_->data);
+void EditSession::Confirm() noexcept { TakeOver(*table_.shader, block(), original_->data); }
+
+// A copy that fails half-way leaves no links: it must not be the one that is confirmed.
+void EditSession::Revert() noexcept {
+  if (!OwnsObjects(*table_.shader)) {
+    record_.Copy(original_, &working_);
+  } else {
+    ShaderInstance copy = {};
+    const bool made = record_.Alloc(&copy) != 0 && record_.Copy(original_, &copy) != 0;
+    if (made) TakeOver(*table_.shader, copy.data, block());
+    record_.Free(&copy);
+  }
+  TellChannel();
 }
 
 }  // namespace sorvanix

@@ -20,6 +20,9 @@ class EditSession {
 
   /// Takes the working copy over into the instance's own block.
   void Confirm() noexcept;
+  /// Makes the working copy anew by the shader's own Copy. Where that fails it stays as it is. Not
+  /// while a preview runs.
+  void Revert() noexcept;
 
   const EditorTable& table() const noexcept { return table_; }
   const ShaderRecord& record() const noexcept { return record_; }
@@ -33,6 +36,7 @@ class EditSession {
 
  private:
   bool MakeCopy() noexcept;
+  void TellChannel() noexcept;
 
   const EditorTable& table_;
   ShaderRecord record_ = {};

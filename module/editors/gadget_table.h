@@ -105,6 +105,7 @@ struct EditorTable {
   PreviewMembers preview = {};
   /// The fields that reset brings back to what Alloc stores; the preview's object stays.
   MemberRange reset = {};
+  MemberRange furtherReset = {};  ///< the same, where those do not stand together
   std::span<const RandomDraw> random = {};
 
   constexpr bool HasPreview() const { return previewArea != 0; }

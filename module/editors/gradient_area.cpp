@@ -1,19 +1,23 @@
 // The gradient area between the host's messages, the ramp of the block and its picture.
 #include "module/editors/gradient_area.h"
 
+#include <cstring>
+
 #include "module/editors/gradient_keys.h"
 #include "module/editors/gradient_picture.h"
 #include "module/editors/gradient_scale.h"
-#include "module/kit/ramp_edit.h"
 
 namespace sorvanix {
 
 template <class Change>
-void GradientArea::Edit(Change change) noexcept {
-  Ramp ramp = ramp_.Load();
-  change(ramp);
-  ramp_.Store(ramp);
+bool GradientArea::Edit(Change change) noexcept {
+  const Ramp before = ramp_.Load();
+  Ramp after = before;
+  change(after);
+  if (std::memcmp(&before, &after, sizeof before) == 0) return false;
+  ramp_.Store(after);
   Refresh();
+  return true;
 }
 
 void GradientArea::Refresh() noexcept {
@@ -38,19 +42,18 @@ float GradientArea::SelectedPosition() const noexcept {
 }
 
 void GradientArea::SetSelectedPosition(float position) noexcept {
-  Edit([position](Ramp& ramp) { SetHandleValue(ramp, KnotOf(SelectedHandle(ramp)), position); });
+  Edit([position](Ramp& ramp) {
+    const RampHandle knot = KnotOf(SelectedHandle(ramp));
+    SelectHandle(ramp, knot);
+    SetHandleValue(ramp, knot, position);
+  });
 }
 
-void GradientArea::Reverse() noexcept { Edit(ReverseKnots); }
-
-void GradientArea::Repeat() noexcept { Edit(RepeatKnots); }
-
-bool GradientArea::Key(std::int32_t key, std::int32_t qualifier) noexcept {
-  Ramp ramp = ramp_.Load();
-  if (!ApplyRampKey(ramp, key, qualifier)) return false;
-  ramp_.Store(ramp);
-  Refresh();
-  return true;
+KeyAnswer GradientArea::Key(std::int32_t key, std::int32_t qualifier) noexcept {
+  bool taken = false;
+  const bool changed = Edit([&](Ramp& ramp) { taken = ApplyRampKey(ramp, key, qualifier); });
+  if (!taken) return KeyAnswer::NotTaken;
+  return changed ? KeyAnswer::Changed : KeyAnswer::Taken;
 }
 
 // --- the host's messages ---
@@ -105,10 +108,11 @@ void GradientArea::DragUntilReleased() noexcept {
 }
 
 void GradientArea::ChooseColour() noexcept {
-  Ramp ramp = ramp_.Load();
-  const RampHandle handle = SelectedHandle(ramp);
-  if (handle && hostChooseColour(&ramp.knots[handle.knot].colour) != 0) ramp_.Store(ramp);
-  Refresh();
+  Edit([](Ramp& ramp) {
+    if (const RampHandle handle = SelectedHandle(ramp)) {
+      hostChooseColour(&ramp.knots[handle.knot].colour);
+    }
+  });
   hostAreaSendAction(get(), false);
 }
 

@@ -12,6 +12,13 @@
 
 namespace sorvanix {
 
+/// What became of a key.
+enum class KeyAnswer : std::uint8_t {
+  NotTaken,  ///< it is the host's
+  Taken,     ///< without a change: reserved, or with nothing to move or select
+  Changed
+};
+
 class GradientArea final : public UserArea {
  public:
   using UserArea::Attach;
@@ -33,17 +40,13 @@ class GradientArea final : public UserArea {
   /// places with it.
   void SetSelectedValue(float value) noexcept;
 
-  /// The same of the selected knot's position, also while its bias is what is selected.
+  /// The same of the selected knot's position, also while its bias is what is selected; setting it
+  /// selects the knot.
   float SelectedPosition() const noexcept;
   void SetSelectedPosition(float position) noexcept;
 
-  /// Mirrors the ramp.
-  void Reverse() noexcept;
-  /// Repeats the ramp in half the space, if there is room for twice as many knots.
-  void Repeat() noexcept;
-
-  /// A key that was pressed anywhere in the dialog. False for those that are the host's.
-  bool Key(std::int32_t key, std::int32_t qualifier) noexcept;
+  /// A key that was pressed anywhere in the dialog.
+  KeyAnswer Key(std::int32_t key, std::int32_t qualifier) noexcept;
 
  protected:
   bool GetMinSize(std::int32_t* width, std::int32_t* height) noexcept override;
@@ -52,9 +55,9 @@ class GradientArea final : public UserArea {
   bool Input(const AreaInputEvent& event) noexcept override;
 
  private:
-  // Runs a change of the ramp, stores what it did and draws the area anew.
+  // Runs a change of the ramp. What it changed is stored and shown; false when that is nothing.
   template <class Change>
-  void Edit(Change change) noexcept;
+  bool Edit(Change change) noexcept;
 
   bool Pick(const AreaInputEvent& press) noexcept;
   void DragUntilReleased() noexcept;

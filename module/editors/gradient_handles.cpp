@@ -80,6 +80,11 @@ void SetHandleValue(Ramp& ramp, const RampHandle& handle, float value) {
   }
 }
 
+void PutIn(Ramp& ramp, const RampKnot& knot) {
+  const std::int32_t index = InsertKnot(ramp, knot.colour, knot.position, knot.bias);
+  if (index >= 0) ramp.selected = index;
+}
+
 RampHandle BiasHandleAt(const Ramp& ramp, std::int32_t x, std::int32_t y) {
   if (!HasBiasHandles(ramp)) return {};
   const std::int32_t last = LiveKnots(ramp.count) - 1;
@@ -100,7 +105,7 @@ void MoveKnot(Ramp& ramp, std::int32_t knot, float position, std::int32_t x) {
   if (!PassesNeighbour(ramp, knot, x)) return;
   const RampKnot moved = ramp.knots[knot];
   DeleteKnot(ramp, knot);
-  ramp.selected = InsertKnot(ramp, moved.colour, moved.position, moved.bias);
+  PutIn(ramp, moved);
 }
 
 }  // namespace sorvanix

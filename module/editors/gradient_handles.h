@@ -38,6 +38,9 @@ float HandleValue(const Ramp& ramp, const RampHandle& handle);
 /// bias to 0..1. Does nothing without a handle.
 void SetHandleValue(Ramp& ramp, const RampHandle& handle, float value);
 
+/// Inserts a knot and selects it; in a full ramp it does nothing.
+void PutIn(Ramp& ramp, const RampKnot& knot);
+
 /// The topmost bias handle, or knot, whose shape holds the pixel. Diamonds are looked for in the
 /// rows above the strip, pointers in those below it.
 RampHandle BiasHandleAt(const Ramp& ramp, std::int32_t x, std::int32_t y);

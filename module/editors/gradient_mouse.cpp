@@ -10,9 +10,6 @@ namespace sorvanix {
 
 namespace {
 
-// Above this row a press may take a diamond.
-constexpr std::int32_t kBelowDiamonds = 14;
-
 // Where the centre of a handle may go before it counts as off the area.
 struct Rows {
   std::int32_t top, bottom;
@@ -24,28 +21,22 @@ constexpr Rows kDiamondRows = {-9, 22};
 constexpr std::int32_t kFewestKnots = 2;
 constexpr float kNewBias = 0.5f;
 
-void SelectNew(Ramp& ramp, const Vector& colour, float position) {
-  const std::int32_t added = InsertKnot(ramp, colour, position, kNewBias);
-  if (added >= 0) ramp.selected = added;
-}
-
 // The ramp keeps its colour at the place where the knot comes.
 void AddKnot(Ramp& ramp, std::int32_t x) {
   const float t = RampPositionOfPixel(x);
-  SelectNew(ramp, SampleRamp(t, ramp.knots, ramp.count, ramp.interpolation), t);
+  PutIn(ramp, {SampleRamp(t, ramp.knots, ramp.count, ramp.interpolation), t, kNewBias});
 }
 
 RampHandle TakeHandle(Ramp& ramp, const GradientPress& press) {
-  if (press.y < kBelowDiamonds) {
-    if (const RampHandle bias = BiasHandleAt(ramp, press.x, press.y)) {
-      SelectHandle(ramp, bias);
-      return bias;
-    }
+  if (const RampHandle bias = BiasHandleAt(ramp, press.x, press.y)) {
+    SelectHandle(ramp, bias);
+    return bias;
   }
   if (const RampHandle hit = KnotHandleAt(ramp, press.x, press.y)) {
     SelectHandle(ramp, hit);
-    const RampKnot original = ramp.knots[hit.knot];
-    if (press.qualifier == QualifierAlt) SelectNew(ramp, original.colour, original.position);
+    const RampKnot& original = ramp.knots[hit.knot];
+    const RampKnot copy = {original.colour, original.position, kNewBias};
+    if (press.qualifier == QualifierAlt) PutIn(ramp, copy);
     return SelectedHandle(ramp);
   }
   const bool onStrip = press.x >= kStripLeft && press.x <= kStripRight;
@@ -88,7 +79,7 @@ void GradientMouse::MoveHeldKnot(Ramp& ramp, std::int32_t knot, std::int32_t x, 
   }
   if (tornOff_) {
     tornOff_ = false;
-    ramp.selected = InsertKnot(ramp, tornKnot_.colour, tornKnot_.position, tornKnot_.bias);
+    PutIn(ramp, tornKnot_);
     return;
   }
   MoveKnot(ramp, knot, RampPositionOfPixel(x), x);

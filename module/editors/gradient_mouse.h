@@ -17,7 +17,7 @@ class GradientMouse {
  public:
   /// Takes the handle under the mouse and selects it. A knot may be copied first, and beside the
   /// handles a knot is added. None where there is nothing to take: beside the strip, in a full
-  /// ramp, and where a second press asks for a colour.
+  /// ramp, and, for a second press, beside the handles.
   RampHandle Press(Ramp& ramp, const GradientPress& press);
 
   /// Moves the handle in hand with the mouse. A knot that leaves the area is torn off, unless it is

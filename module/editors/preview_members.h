@@ -23,4 +23,10 @@ inline bool ShowsScene(const void* block) noexcept {
   return BlockAs<Block>(block).previewObject != 0;
 }
 
+/// The enabling of a dialog that enables nothing else.
+template <std::int32_t automatic>
+inline constexpr std::int32_t kAutomaticGadget[] = {automatic};
+template <class Block, std::int32_t automatic>
+inline constexpr EnablingRule kSceneEnabling[] = {{kAutomaticGadget<automatic>, ShowsScene<Block>}};
+
 }  // namespace sorvanix

@@ -12,6 +12,8 @@ void RampDialog::AttachAreas() noexcept {
   area_.Attach(dialog(), gadgets_.area);
 }
 
+void RampDialog::DetachAreas() noexcept { area_.Detach(); }
+
 void RampDialog::Init() noexcept {
   ShaderDialog::Init();
   ShowValue();
@@ -19,13 +21,14 @@ void RampDialog::Init() noexcept {
 }
 
 bool RampDialog::Command(std::int32_t id, const HostContainer* message) noexcept {
-  const bool ofArea = id == gadgets_.area;
-  if (ofArea || id == gadgets_.value) {
-    if (ofArea) {
-      ShowValue();
-    } else {
-      TakeValue(hostContainerGetFloat(message, DialogValue, 0));
-    }
+  if (id == gadgets_.area) {
+    ShowValue();
+    RampChanged(IsDragging(message));
+    return true;
+  }
+  if (id == gadgets_.value) {
+    if (hostContainerFind(message, DialogValue) < 0) return false;
+    TakeValue(hostContainerGetFloat(message, DialogValue, 0));
     RampChanged(IsDragging(message));
     return true;
   }
@@ -35,10 +38,12 @@ bool RampDialog::Command(std::int32_t id, const HostContainer* message) noexcept
 }
 
 bool RampDialog::Key(std::int32_t key, std::int32_t qualifier) noexcept {
-  if (!area_.Key(key, qualifier)) return false;
-  ShowValue();
-  RampChanged(false);
-  return true;
+  const KeyAnswer answer = area_.Key(key, qualifier);
+  if (answer == KeyAnswer::Changed) {
+    ShowValue();
+    RampChanged(false);
+  }
+  return answer != KeyAnswer::NotTaken;
 }
 
 void RampDialog::ShowValue() noexcept {

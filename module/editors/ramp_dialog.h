@@ -37,6 +37,7 @@ class RampDialog : public ShaderDialog {
   ~RampDialog() = default;
 
   void AttachAreas() noexcept override;
+  void DetachAreas() noexcept override;
   void Init() noexcept override;
   bool Command(std::int32_t id, const HostContainer* message) noexcept override;
   bool Key(std::int32_t key, std::int32_t qualifier) noexcept override;

@@ -75,6 +75,7 @@ bool ShaderDialog::Run() noexcept {
   Preview().Stop();
   Preview().Detach();
   title_.Detach();
+  DetachAreas();
   dialog_ = nullptr;
   return confirmed;
 }
@@ -190,16 +191,16 @@ void ShaderDialog::ChangeWhole(void (ShaderDialog::*change)() noexcept) noexcept
   if (table().HasPreview()) Preview().Restart();
 }
 
-void ShaderDialog::Revert() noexcept {
-  session_.record().Copy(&session_.saved(), &session_.working());
-}
+void ShaderDialog::Revert() noexcept { session_.Revert(); }
 
 void ShaderDialog::Reset() noexcept {
   for (const Field& field : table().shader->fields) {
     const KindOperations& operations = OperationsOf(field.kind);
     const bool plain = field.initial.given && operations.release == nullptr;
     const bool ofPreview = field.offset == table().preview.object;
-    if (!plain || ofPreview || !table().reset.Holds(field.offset)) continue;
+    const bool resets =
+        table().reset.Holds(field.offset) || table().furtherReset.Holds(field.offset);
+    if (!plain || ofPreview || !resets) continue;
     operations.initialise(field.initial, &MemberAt<char>(session_.block(), field.offset));
   }
 }

@@ -26,6 +26,8 @@ class ShaderDialog {
   virtual PreviewArea& Preview() noexcept { return preview_; }
   /// Attaches further areas, after title and preview.
   virtual void AttachAreas() noexcept {}
+  /// Detaches them, when the dialog goes.
+  virtual void DetachAreas() noexcept {}
   /// Shows the block in all gadgets.
   virtual void Init() noexcept;
   /// A command of a gadget; false for one that the dialog does not know.

@@ -22,9 +22,6 @@ constexpr Gadget kGadgets[] = {
     {GADGET(15021, previewAuto)},
 };
 
-constexpr std::int32_t kSceneGadgets[] = {15021};
-constexpr EnablingRule kEnabling[] = {{kSceneGadgets, ShowsScene<Block>}};
-
 constexpr RandomDraw kRandom[] = {
     {AT(brightness), 2, -1},
     {AT(contrast), 2, -1},
@@ -44,7 +41,7 @@ constexpr EditorTable kBrightContrastEditor = {
     .aboutName = "Brightness/Contrast",
     .missingResources = "Unable to find dialog resources for sorvaNIX Brightness/Contrast",
     .gadgets = kGadgets,
-    .enabling = kEnabling,
+    .enabling = kSceneEnabling<Block, 15021>,
     .preview = PreviewMembersOf<Block>(),
     .reset = {AT(brightness), AT(levelHigh)},
     .random = kRandom,

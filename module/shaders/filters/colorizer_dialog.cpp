@@ -23,9 +23,6 @@ constexpr Gadget kGadgets[] = {
     {GADGET(17017, previewAuto)},
 };
 
-constexpr std::int32_t kSceneGadgets[] = {17017};
-constexpr EnablingRule kEnabling[] = {{kSceneGadgets, ShowsScene<Block>}};
-
 }  // namespace
 
 constexpr EditorTable kColorizerEditor = {
@@ -38,7 +35,7 @@ constexpr EditorTable kColorizerEditor = {
     .aboutName = "Colorizer",
     .missingResources = "Unable to find dialog resources for sorvaNIX Colorizer",
     .gadgets = kGadgets,
-    .enabling = kEnabling,
+    .enabling = kSceneEnabling<Block, 17017>,
     .furtherGadgets = kIdsOfRamp<kRamp>,
     .preview = PreviewMembersOf<Block>(),
 };

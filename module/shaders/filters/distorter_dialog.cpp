@@ -36,9 +36,6 @@ constexpr Gadget kGadgets[] = {
     {GADGET(14038, sampleStep)},
 };
 
-constexpr std::int32_t kSceneGadgets[] = {14036};
-constexpr EnablingRule kEnabling[] = {{kSceneGadgets, ShowsScene<Block>}};
-
 constexpr RandomDraw kRandom[] = {
     {AT(warpType), 2.99}, {AT(strength), 2, -1},  {AT(scaleX), 2, -1}, {AT(scaleY), 2, -1},
     {AT(scaleZ), 2, -1},  {AT(gradientStep), 10}, {AT(tile), 1.99},
@@ -56,33 +53,18 @@ constexpr EditorTable kDistorterEditor = {
     .aboutName = "Distorter",
     .missingResources = "Unable to find dialog resources for sorvaNIX Distorter",
     .gadgets = kGadgets,
-    .enabling = kEnabling,
+    .enabling = kSceneEnabling<Block, 14036>,
     .preview = PreviewMembersOf<Block>(),
     .reset = {AT(warpType), AT(tile)},
+    .furtherReset = {AT(sampleStep), AT(sampleStep)},
     .random = kRandom,
 };
 
 #undef AT
 #undef GADGET
 
-namespace {
-
-class DistorterDialog final : public ShaderDialog {
- public:
-  using ShaderDialog::ShaderDialog;
-
- protected:
-  // The sample step stands behind the state of the preview, which a reset leaves alone.
-  void Reset() noexcept override {
-    ShaderDialog::Reset();
-    block<Block>().sampleStep = 1;
-  }
-};
-
-}  // namespace
-
 std::int32_t EditDistorter(ShaderInstance* instance) noexcept {
-  return EditShader<kDistorterEditor, DistorterDialog>(instance);
+  return EditShader<kDistorterEditor>(instance);
 }
 
 }  // namespace sorvanix

@@ -25,9 +25,6 @@ constexpr Gadget kGadgets[] = {
     {GADGET(13042, previewAuto)},
 };
 
-constexpr std::int32_t kSceneGadgets[] = {13042};
-constexpr EnablingRule kEnabling[] = {{kSceneGadgets, ShowsScene<Block>}};
-
 constexpr RandomDraw kRandom[] = {
     {AT(mode), 18.99},        {AT(opacity)}, {AT(invertMask), 1.99}, {AT(useMask), 1.99},
     {AT(invertOutput), 1.99},
@@ -45,7 +42,7 @@ constexpr EditorTable kFusionEditor = {
     .aboutName = "Fusion",
     .missingResources = "Unable to find dialog resources for sorvaNIX Fusion",
     .gadgets = kGadgets,
-    .enabling = kEnabling,
+    .enabling = kSceneEnabling<Block, 13042>,
     .preview = PreviewMembersOf<Block>(),
     .reset = {AT(mode), AT(invertOutput)},
     .random = kRandom,

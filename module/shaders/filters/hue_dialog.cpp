@@ -32,9 +32,6 @@ constexpr Gadget kGadgets[] = {
     {GADGET(24029, previewAuto)},
 };
 
-constexpr std::int32_t kSceneGadgets[] = {24029};
-constexpr EnablingRule kEnabling[] = {{kSceneGadgets, ShowsScene<Block>}};
-
 constexpr RandomDraw kRandom[] = {
     {AT(hueShift), 360, -180}, {AT(saturationShift), 2, -1}, {AT(lightnessShift), 2, -1},
     {AT(colorHue), 360},       {AT(colorSaturation)},        {AT(colorLightness), 2, -1},
@@ -52,7 +49,7 @@ constexpr EditorTable kHueEditor = {
     .aboutName = "Hue",
     .missingResources = "Unable to find dialog resources for sorvaNIX Hue",
     .gadgets = kGadgets,
-    .enabling = kEnabling,
+    .enabling = kSceneEnabling<Block, 24029>,
     .furtherGadgets = kTabIds,
     .preview = PreviewMembersOf<Block>(),
     .reset = {AT(hueShift), AT(colorLightness)},
@@ -77,7 +74,9 @@ class HueDialog final : public ShaderDialog {
   }
 
   bool Command(std::int32_t id, const HostContainer* message) noexcept override {
-    if (id != kTabs) return ShaderDialog::Command(id, message);
+    if (id != kTabs || hostContainerFind(message, DialogValue) < 0) {
+      return ShaderDialog::Command(id, message);
+    }
     const std::int32_t colorize = hostContainerGetInt(message, DialogValue, 0) == kColorizePage;
     if (colorize != block<Block>().colorize) {
       StoreShared(&block<Block>(), offsetof(Block, colorize), colorize);

@@ -27,9 +27,6 @@ constexpr Gadget kGadgets[] = {
     {GADGET(26017, previewAuto)},
 };
 
-constexpr std::int32_t kSceneGadgets[] = {26017};
-constexpr EnablingRule kEnabling[] = {{kSceneGadgets, ShowsScene<Block>}};
-
 constexpr RandomDraw kRandom[] = {
     {AT(levels), 19.99, 1},
     {AT(softness), 0.5},
@@ -47,7 +44,7 @@ constexpr EditorTable kPosterizerEditor = {
     .aboutName = "Posterizer",
     .missingResources = "Unable to find dialog resources for sorvaNIX Posterizer",
     .gadgets = kGadgets,
-    .enabling = kEnabling,
+    .enabling = kSceneEnabling<Block, 26017>,
     .preview = PreviewMembersOf<Block>(),
     .reset = {AT(levels), AT(softness)},
     .random = kRandom,

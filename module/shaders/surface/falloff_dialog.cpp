@@ -25,9 +25,6 @@ constexpr Gadget kGadgets[] = {
     {GADGET(20014, previewAuto)},
 };
 
-constexpr std::int32_t kSceneGadgets[] = {20014};
-constexpr EnablingRule kEnabling[] = {{kSceneGadgets, ShowsScene<Block>}};
-
 }  // namespace
 
 constexpr EditorTable kFalloffEditor = {
@@ -40,7 +37,7 @@ constexpr EditorTable kFalloffEditor = {
     .aboutName = "Falloff",
     .missingResources = "Unable to find dialog resources for sorvaNIX Falloff",
     .gadgets = kGadgets,
-    .enabling = kEnabling,
+    .enabling = kSceneEnabling<Block, 20014>,
     .furtherGadgets = kIdsOfRamp<kRamp>,
     .preview = PreviewMembersOf<Block>(),
 };

@@ -22,9 +22,6 @@ constexpr Gadget kGadgets[] = {
     {GADGET(27009, sideMode)},
 };
 
-constexpr std::int32_t kSceneGadgets[] = {27008};
-constexpr EnablingRule kEnabling[] = {{kSceneGadgets, ShowsScene<Block>}};
-
 }  // namespace
 
 constexpr EditorTable kFresnelEditor = {
@@ -38,7 +35,7 @@ constexpr EditorTable kFresnelEditor = {
     // Names another shader: deliberate, users know the message so.
     .missingResources = "Unable to find dialog resources for sorvaNIX Falloff",
     .gadgets = kGadgets,
-    .enabling = kEnabling,
+    .enabling = kSceneEnabling<Block, 27008>,
     .furtherGadgets = kIdsOfRamp<kRamp>,
     .preview = PreviewMembersOf<Block>(),
 };

@@ -1,6 +1,4 @@
-// The dialogs of Bright/Contrast, Hue, Posterizer, Distorter and Fusion: every gadget and key; and
-// what the dialogs of all filters have alike.
-#include <algorithm>
+// The dialogs of Bright/Contrast, Hue, Posterizer, Distorter and Fusion: every gadget and key.
 #include <cmath>
 
 #include "tests/module/editors/filter_editors.h"
@@ -112,6 +110,15 @@ TEST_F(HueDialogTest, ThePageOnShowIsColorize) {
   Edit([](FakeDialog& its) { EXPECT_EQ(its.Int(24014), 24016); });
   SetAndConfirm(24014, 24015);
   EXPECT_EQ(block.colorize, 0);
+}
+
+TEST_F(HueDialogTest, ATabWithoutAValueChangesNothing) {
+  block.colorize = 1;
+  Edit([](FakeDialog& its) {
+    EXPECT_FALSE(its.Press(24014));
+    its.Confirm();
+  });
+  EXPECT_EQ(block.colorize, 1);
 }
 
 TEST_F(HueDialogTest, AnotherPageIsAnotherPicture) {
@@ -271,135 +278,6 @@ TEST_F(FusionDialogTest, ResetAndRandom) {
 }
 
 #undef AT
-
-// --- what all filters have alike ---
-
-struct FilterDialogTest : EditorTest, testing::WithParamInterface<FilterEditor> {
-  FilterDialogTest() : EditorTest(GetParam().pluginId, GetParam().dialog) {}
-  const FilterEditor& its = GetParam();
-  ChannelLink* LinkOf(const InputGadget& input) { return At<ChannelLink*>(input.member); }
-};
-
-INSTANTIATE_TEST_SUITE_P(Dialogs, FilterDialogTest, testing::ValuesIn(kFilterEditors),
-                         [](const auto& info) { return std::string(info.param.name); });
-
-TEST_P(FilterDialogTest, HasItsTitleAndPreview) {
-  Edit([&](FakeDialog& dialog) {
-    EXPECT_EQ(dialog.resource, its.dialog);
-    EXPECT_EQ(dialog.areas.count(its.title), 1u);
-    EXPECT_EQ(dialog.areas.count(its.preview), 1u);
-  });
-}
-
-TEST_P(FilterDialogTest, PreviewObjectAndItsSwitch) {
-  Edit([&](FakeDialog& dialog) {
-    for (std::int32_t object = 0; object <= 5; ++object) {
-      EXPECT_TRUE(dialog.Set(its.previewObject, object));
-      EXPECT_EQ(dialog.Enabled(its.previewAuto), object != 0) << object;
-    }
-    dialog.Set(its.previewObject, 6);
-    EXPECT_EQ(dialog.Int(its.previewObject), 5);
-    dialog.Set(its.previewObject, -1);
-    EXPECT_EQ(dialog.Int(its.previewObject), 0);
-    EXPECT_EQ(dialog[its.previewAuto].kind, FakeGadget::Kind::Switch);
-  });
-}
-
-// The host edits links of the working copy: what the user cancels was never in the block.
-TEST_P(FilterDialogTest, InputsAreCopies) {
-  for (const InputGadget& input : its.inputs) {
-    ChannelLink* const original = LinkOf(input);
-    ScriptedLink::Of(original).content.name = "before";
-    const auto change = [&](FakeDialog& dialog) {
-      ASSERT_EQ(dialog[input.id].kind, FakeGadget::Kind::Link);
-      ChannelLink* const copy = dialog[input.id].link;
-      EXPECT_NE(copy, original);
-      EXPECT_EQ(ScriptedLink::Of(copy).content.name, "before");
-      ScriptedLink::Of(copy).content.name = "after";
-      EXPECT_TRUE(dialog.Press(input.id));
-    };
-    EXPECT_EQ(Edit(change), 0);
-    EXPECT_EQ(LinkOf(input), original);
-    EXPECT_EQ(ScriptedLink::Of(original).content.name, "before");
-    EXPECT_EQ(Edit([&](FakeDialog& dialog) {
-                change(dialog);
-                dialog.Confirm();
-              }),
-              1);
-    EXPECT_EQ(ScriptedLink::Of(LinkOf(input)).content.name, "after");
-  }
-  EXPECT_EQ(host.liveLinks, static_cast<int>(its.inputs.size()));
-}
-
-TEST_P(FilterDialogTest, AnyOfTheNineGadgetsOfAnInputBeginsANewPicture) {
-  host.dialogs.threads = FakeDialogs::Threads::OnDemand;
-  for (const InputGadget& input : its.inputs) {
-    for (std::int32_t id = input.id; id < input.id + 9; ++id) {
-      Edit([&](FakeDialog& dialog) {
-        const int before = host.dialogs.threadsStarted;
-        EXPECT_TRUE(dialog.Press(id)) << id;
-        EXPECT_EQ(host.dialogs.threadsStarted, before + 1) << id;
-      });
-    }
-  }
-}
-
-TEST_P(FilterDialogTest, AMissingLinkOrFailedCopyOpensNothing) {
-  host.failLinkCopy = 1;
-  EXPECT_EQ(Edit([](FakeDialog&) { FAIL() << "the dialog opened"; }), 0);
-  EXPECT_EQ(host.liveLinks, static_cast<int>(its.inputs.size()));
-}
-
-TEST_P(FilterDialogTest, TheWorkingCopyStandsAlone) {
-  At<std::int32_t>(its.nested) = 1;
-  Edit([](FakeDialog&) {});
-  EXPECT_EQ(At<std::int32_t>(its.nested), 1) << "cancelled";
-  Edit([](FakeDialog& dialog) { dialog.Confirm(); });
-  EXPECT_EQ(At<std::int32_t>(its.nested), 0);
-}
-
-TEST_P(FilterDialogTest, TheWorkingCopyKnowsTheMaterialChannel) {
-  shader.instance.channel = ChannelAlpha;
-  Edit([](FakeDialog& dialog) { dialog.Confirm(); });
-  EXPECT_EQ(At<std::int32_t>(its.previewChannel), ChannelAlpha);
-}
-
-TEST_P(FilterDialogTest, CancellingLeavesTheBlockWordForWord) {
-  const std::vector<std::uint32_t> before = Words(its.blockSize);
-  EXPECT_EQ(Edit([&](FakeDialog& dialog) {
-              for (auto& [id, gadget] : dialog.gadgets) {
-                if (gadget.kind == FakeGadget::Kind::Real) dialog.Set(id, gadget.minimum);
-                if (gadget.kind == FakeGadget::Kind::Switch) dialog.Set(id, 1 - gadget.integer);
-                if (gadget.kind == FakeGadget::Kind::Int) dialog.Set(id, 2);
-              }
-              dialog.Key('M', kControl);
-              dialog.Key('R', kControl | kShift);
-            }),
-            0);
-  EXPECT_EQ(Words(its.blockSize), before);
-}
-
-TEST_P(FilterDialogTest, MissingResourcesAreToldByName) {
-  host.failResources = true;
-  EXPECT_EQ(Edit([](FakeDialog&) { FAIL() << "the dialog opened"; }), 0);
-  const std::string call = std::string("messageDialog(\"Unable to find dialog resources for ") +
-                           "sorvaNIX " + its.textName + "\", 48)";
-  EXPECT_EQ(std::count(host.calls.begin(), host.calls.end(), call), 1);
-}
-
-TEST_P(FilterDialogTest, AnInputThatIsStoppedLeavesThePreviewMarked) {
-  At<std::int32_t>(its.changed) = 1;
-  Edit([&](FakeDialog& dialog) {
-    ASSERT_TRUE(host.dialogs.RunPass(2));
-    dialog.Confirm();
-  });
-  EXPECT_EQ(At<std::int32_t>(its.changed), 1);
-  Edit([&](FakeDialog& dialog) {
-    ASSERT_TRUE(host.dialogs.RunPass());
-    dialog.Confirm();
-  });
-  EXPECT_EQ(At<std::int32_t>(its.changed), 0);
-}
 
 }  // namespace
 }  // namespace sorvanix::test

@@ -70,14 +70,16 @@ TEST_F(FusionPreviewTest, MixesTheBytesOfItsInputs) {
   });
 }
 
-TEST_F(FusionPreviewTest, BytesRoundEachInputDown) {
+TEST_F(FusionPreviewTest, InputsAreMixedAsBytes) {
   LetShow(block.baseInput, 0, [](const Vector&) { return 0.3f; });
-  block.opacity = 0;
+  LetShow(block.blendInput, 1, [](const Vector&) { return 0.3f; });
+  block.mode = BlendAdd;
+  block.opacity = 1;
   Edit([&](FakeDialog& dialog) {
     ReadsOfPass();
-    // The base's byte is trunc(0.3 * 255.99) = trunc(76.797) = 76, and that of 76 / 255 is
-    // trunc(0.298039 * 255.99) = trunc(76.295) = 76.
-    EXPECT_EQ(PixelAt(dialog, 5, 5), (FakePixel{76, 76, 76}));
+    // Each byte is trunc(0.3 * 255.99) = trunc(76.797) = 76; the sum trunc(152 / 255 * 255.99) =
+    // trunc(152.6). Mixed as they come they would make trunc(0.6 * 255.99) = 153.
+    EXPECT_EQ(PixelAt(dialog, 5, 5), (FakePixel{152, 152, 152}));
   });
 }
 
@@ -169,8 +171,16 @@ TEST_F(FusionPreviewTest, RevertReadsAllInputsAnew) {
     ReadsOfPass();
     dialog.Key('R', kControl);
     EXPECT_THAT(ReadsOfPass(), ElementsAre(kAll, kAll, 0));
+  });
+}
+
+TEST_F(FusionPreviewTest, RandomAndResetReadNothing) {
+  block.useMask = 1;
+  Edit([&](FakeDialog& dialog) {
+    ReadsOfPass();
     dialog.Key('M', kControl);
-    dialog.Set(kUseMask, 0);
+    EXPECT_THAT(ReadsOfPass(), ElementsAre(0, 0, 0));
+    dialog.Key('R', kControl | kShift);
     EXPECT_THAT(ReadsOfPass(), ElementsAre(0, 0, 0));
   });
 }
@@ -195,15 +205,25 @@ TEST_F(FusionPreviewTest, APreviewWithoutWidthDrawsNothing) {
 }
 
 TEST_F(FusionPreviewTest, ItsInputsAreMadeReadyAndLetGo) {
-  host.calls.clear();
-  Edit([&](FakeDialog&) { ReadsOfPass(); });
   const auto times = [&](const std::string& operation) {
     return std::count_if(host.calls.begin(), host.calls.end(), [&](const std::string& call) {
       return call.compare(0, operation.size(), operation) == 0;
     });
   };
-  EXPECT_EQ(times("channelInitRender"), 3);
-  EXPECT_EQ(times("channelFreeRender"), 3);
+  long readyBefore = -1, goneBefore = -1;
+  LetShow(block.baseInput, 0, [&](const Vector&) {
+    readyBefore = times("channelInitRender");
+    goneBefore = times("channelFreeRender");
+    return 0.0f;
+  });
+  for (const int rowsUntilStop : {-1, 3}) {
+    host.calls.clear();
+    Edit([&](FakeDialog&) { ReadsOfPass(rowsUntilStop); });
+    EXPECT_EQ(readyBefore, 3) << "before the inputs are read";
+    EXPECT_EQ(goneBefore, 0);
+    EXPECT_EQ(times("channelInitRender"), 3);
+    EXPECT_EQ(times("channelFreeRender"), 3) << "also where it was stopped";
+  }
   EXPECT_EQ(host.liveLinks, 3);
 }
 

@@ -1,4 +1,4 @@
-// The gradient area in the dialogs of the four shaders with a ramp: mouse, wheel, keys and value.
+// The gradient area in the dialogs of the four shaders with a ramp: its picture, mouse and wheel.
 #include <gmock/gmock.h>
 
 #include "tests/module/editors/ramp_editors.h"
@@ -7,17 +7,6 @@ namespace sorvanix::test {
 namespace {
 
 using testing::ElementsAre;
-
-struct GradientAreaTest : RampEditorTest {
-  bool showsPosition = its.pluginId == PluginIdColorizer;  // never a bias
-
-  // How many passes of the preview a change began.
-  int PassesOf(const std::function<void()>& change) {
-    const int before = host.dialogs.threadsStarted;
-    change();
-    return host.dialogs.threadsStarted - before;
-  }
-};
 
 INSTANTIATE_TEST_SUITE_P(Dialogs, GradientAreaTest, testing::ValuesIn(kRampEditors), NameOf);
 
@@ -199,132 +188,60 @@ TEST_P(GradientAreaTest, OtherInputIsNotItsOwn) {
   });
 }
 
-// --- the value gadget ---
-
-TEST_P(GradientAreaTest, TheValueIsAPercentageInTenths) {
-  ramp.selected = 1;
-  Edit([&](FakeDialog& dialog) {
-    const FakeGadget& gadget = dialog[its.value];
-    EXPECT_EQ(gadget.real, 0.5f);
-    EXPECT_EQ(gadget.minimum, 0);
-    EXPECT_EQ(gadget.maximum, 1);
-    EXPECT_EQ(gadget.step, 0.001f);
-    EXPECT_EQ(gadget.format, FormatPercent);
-  });
+TEST_P(GradientAreaTest, WhateverChangesTheRampMarksThePreview) {
+  EXPECT_FALSE(Marks([](FakeDialog&, FakeArea&) {}));
+  EXPECT_TRUE(Marks([&](FakeDialog&, FakeArea& area) { Drag(area, 234, 32, {{240, 32}}); }));
+  EXPECT_TRUE(Marks([](FakeDialog&, FakeArea& area) { area.Wheel(-120); }));
+  EXPECT_TRUE(Marks([&](FakeDialog& dialog, FakeArea&) { dialog.Set(its.value, 0.4f); }));
+  EXPECT_TRUE(Marks([&](FakeDialog& dialog, FakeArea&) { dialog.Set(its.value, 0.3f, true); }));
+  EXPECT_TRUE(Marks([](FakeDialog& dialog, FakeArea&) { dialog.Key('I', kControl); }));
+  host.dialogs.chosenColour = Vector{0, 0, 1};
+  EXPECT_TRUE(Marks([](FakeDialog&, FakeArea& area) { area.Mouse(465, 32, 0, true); }));
 }
 
-TEST_P(GradientAreaTest, TheValueMovesTheKnotWithinItsLimits) {
-  ramp.selected = 1;
-  SetAndConfirm(its.value, 0.75f);
-  EXPECT_EQ(ramp.knots[1].position, 0.75f);
-  EXPECT_EQ(At<std::int32_t>(its.changed), 1);
-  SetAndConfirm(its.value, 2.0f);
-  // At the place of the last knot it does not pass it.
-  EXPECT_EQ(ramp.knots[1].position, 1);
-  EXPECT_EQ(ramp.knots[1].colour.y, 0);
-  SetAndConfirm(its.value, -1.0f);
-  EXPECT_EQ(ramp.knots[1].position, 0);
-}
-
-TEST_P(GradientAreaTest, TheValueTakesAKnotPastItsNeighbour) {
+TEST_P(GradientAreaTest, KeysThatChangeNothingMarkNothing) {
   ramp.selected = 0;
-  SetAndConfirm(its.value, 0.75f);
-  EXPECT_EQ(ramp.knots[1].position, 0.75f);
-  EXPECT_EQ(ramp.knots[1].colour.x, 0) << "the black knot";
-  EXPECT_EQ(ramp.selected, 1);
-}
-
-TEST_P(GradientAreaTest, TheValueOfABias) {
-  ramp.selected = 51;
-  ramp.knots[1].bias = 0.25f;
-  Edit(
-      [&](FakeDialog& dialog) { EXPECT_EQ(dialog.Real(its.value), showsPosition ? 0.5f : 0.25f); });
-  SetAndConfirm(its.value, 0.75f);
-  EXPECT_EQ(ramp.knots[1].bias, showsPosition ? 0.25f : 0.75f);
-  EXPECT_EQ(ramp.knots[1].position, showsPosition ? 0.75f : 0.5f);
-}
-
-// --- keys ---
-
-TEST_P(GradientAreaTest, KeysReachTheAreaAndAreReadBack) {
-  EditAndConfirm([&](FakeDialog& dialog, FakeArea& area) {
-    area.redraws = 0;
-    EXPECT_TRUE(dialog.Key(KeyRight, kControl));
-    EXPECT_EQ(dialog.Real(its.value), 0.5f);
-    EXPECT_GE(area.redraws, 1);
-    EXPECT_TRUE(dialog.Key(KeyRight, kShift));
-    EXPECT_FLOAT_EQ(dialog.Real(its.value), 0.5021692f);  // one pixel on
-  });
-  EXPECT_EQ(ramp.selected, 1);
-}
-
-TEST_P(GradientAreaTest, AKeyMarksThePreviewAndBeginsIt) {
-  Edit([&](FakeDialog& dialog) {
-    EXPECT_EQ(PassesOf([&] { EXPECT_TRUE(dialog.Key('I', kCommand)); }), 1);
-    EXPECT_EQ(PassesOf([&] { EXPECT_FALSE(dialog.Key('Q', kCommand)); }), 0);
-  });
-}
-
-TEST_P(GradientAreaTest, ReverseAndRepeatByKey) {
-  EditAndConfirm([&](FakeDialog& dialog, FakeArea&) { EXPECT_TRUE(dialog.Key('I', kControl)); });
-  EXPECT_EQ(ramp.knots[0].colour.y, 1);
-  EXPECT_EQ(ramp.knots[2].colour.x, 0);
-  EditAndConfirm([&](FakeDialog& dialog, FakeArea&) { EXPECT_TRUE(dialog.Key('D', kControl)); });
-  EXPECT_EQ(ramp.count, 6);
-  EXPECT_EQ(ramp.knots[4].position, 0.75f);
-}
-
-// The keys that revert and draw at random in other dialogs do nothing here.
-TEST_P(GradientAreaTest, RevertIsTakenAndRandomIsTheHosts) {
-  EditAndConfirm([&](FakeDialog& dialog, FakeArea&) {
-    dialog.Set(its.interpolation, 2);
+  EXPECT_FALSE(Marks([](FakeDialog& dialog, FakeArea&) {
+    EXPECT_TRUE(dialog.Key('C', kControl | kShift));
+    EXPECT_TRUE(dialog.Key('V', kControl | kShift));
     EXPECT_TRUE(dialog.Key('R', kControl));
-    EXPECT_TRUE(dialog.Key('R', kControl | kShift));
-    EXPECT_FALSE(dialog.Key('M', kControl));
-    EXPECT_FALSE(dialog.Key('M', kControl | kShift));
-    EXPECT_FALSE(dialog.Key('R'));
+    EXPECT_TRUE(dialog.Key(KeyLeft, kControl)) << "nothing is left of the first knot";
+    EXPECT_FALSE(dialog.Key('Q', kControl));
+  }));
+  host.dialogs.threads = FakeDialogs::Threads::OnDemand;
+  Edit([&](FakeDialog& dialog) {
+    EXPECT_EQ(PassesOf([&] { dialog.Key('R', kControl); }), 0);
+    EXPECT_EQ(PassesOf([&] { dialog.Key(KeyLeft, kControl); }), 0);
   });
-  EXPECT_EQ(ramp.interpolation, 2);
+}
+
+TEST_P(GradientAreaTest, ASecondPressBesideTheStripAsksForTheColourOfTheSelectedKnot) {
+  host.dialogs.chosenColour = Vector{0, 0, 1};
+  ramp.selected = 1;
+  for (const std::int32_t x : {-3, 473}) {
+    host.dialogs.coloursOffered.clear();
+    EditAndConfirm([&](FakeDialog&, FakeArea& area) {
+      EXPECT_TRUE(area.Mouse(x, 18, 0, true));
+      EXPECT_THAT(area.actions, ElementsAre(0)) << "no drag";
+    });
+    EXPECT_EQ(host.dialogs.coloursOffered.size(), 1u) << x;
+  }
+  EXPECT_EQ(ramp.knots[1].colour.z, 1);
   EXPECT_EQ(ramp.count, 3);
 }
 
-// --- the interpolation, and cancelling ---
-
-TEST_P(GradientAreaTest, AnInterpolationShowsInTheArea) {
-  Edit([&](FakeDialog& dialog) {
-    FakeArea& area = dialog.Area(its.area);
-    area.Draw();
-    EXPECT_EQ(area.drawn[0].bitmap->At(119, 0), (FakePixel{0, 0, 0})) << "the tip of a diamond";
-    area.redraws = 0;
-    dialog.Set(its.interpolation, 4);
-    EXPECT_EQ(area.redraws, 1);
-    area.Draw();
-    EXPECT_EQ(area.drawn[0].bitmap->At(119, 0), area.drawn[0].bitmap->At(60, 0));
-    EXPECT_EQ(area.drawn[0].bitmap->At(200, 18), (FakePixel{0, 0, 0})) << "black up to the red";
+TEST_P(GradientAreaTest, WithoutASelectionWheelValueAndChooserDoNothing) {
+  host.dialogs.chosenColour = Vector{0, 0, 1};
+  ramp.selected = 40;
+  const Ramp before = ramp;
+  EditAndConfirm([&](FakeDialog& dialog, FakeArea& area) {
+    EXPECT_EQ(dialog.Real(its.value), 0);
+    area.Wheel(240);
+    dialog.Set(its.value, 0.5f);
+    area.Mouse(300, 18, 0, true);
   });
-}
-
-TEST_P(GradientAreaTest, AnyIntegerIsTakenForAnInterpolation) {
-  for (const std::int32_t value : {0, 4, 5, -1, 1000000}) {
-    SetAndConfirm(its.interpolation, value);
-    EXPECT_EQ(ramp.interpolation, value);
-  }
-}
-
-TEST_P(GradientAreaTest, CancellingLeavesTheBlockWordForWord) {
-  host.dialogs.chosenColour = Vector{0, 1, 0};
-  const std::vector<std::uint32_t> before = Words(its.blockSize);
-  EXPECT_EQ(Edit([&](FakeDialog& dialog) {
-              FakeArea& area = dialog.Area(its.area);
-              Drag(area, 119, 18, {{150, 18}, {150, 90}});
-              Drag(area, 234, 32, {{400, 32}});
-              area.Mouse(465, 32, 0, true);
-              area.Wheel(120);
-              dialog.Key('D', kControl);
-              dialog.Set(its.interpolation, 2);
-            }),
-            0);
-  EXPECT_EQ(Words(its.blockSize), before);
+  EXPECT_TRUE(host.dialogs.coloursOffered.empty());
+  EXPECT_EQ(std::memcmp(&ramp, &before, sizeof before), 0);
 }
 
 // --- damaged blocks ---

@@ -27,7 +27,11 @@ void WalkAnyInteger(EditorTest& test, std::int32_t id, std::size_t member) {
     test.SetAndConfirm(id, value);
     EXPECT_EQ(test.At<std::int32_t>(member), value);
   }
-  test.Edit([&](FakeDialog& dialog) { EXPECT_EQ(dialog[id].step, 1); });
+  test.Edit([&](FakeDialog& dialog) {
+    EXPECT_EQ(dialog[id].minimum, -2147483648.0f);
+    EXPECT_EQ(dialog[id].maximum, 2147483648.0f);  // 2^31 - 1 as the fake's float
+    EXPECT_EQ(dialog[id].step, 1);
+  });
 }
 
 constexpr float kFar = 1e6f;

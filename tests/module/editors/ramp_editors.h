@@ -58,6 +58,25 @@ struct RampEditorTest : EditorTest, ::testing::WithParamInterface<RampEditor> {
   }
 };
 
+/// Counts what follows a change.
+struct GradientAreaTest : RampEditorTest {
+  bool showsPosition = its.pluginId == PluginIdColorizer;  // never a bias
+
+  // How many passes of the preview a change began.
+  int PassesOf(const std::function<void()>& change) {
+    const int before = host.dialogs.threadsStarted;
+    change();
+    return host.dialogs.threadsStarted - before;
+  }
+  // Whether a session marks the preview as out of date.
+  bool Marks(const std::function<void(FakeDialog&, FakeArea&)>& script) {
+    host.dialogs.threads = FakeDialogs::Threads::None;
+    At<std::int32_t>(its.changed) = 0;
+    EditAndConfirm(script);
+    return At<std::int32_t>(its.changed) != 0;
+  }
+};
+
 inline std::string NameOf(const ::testing::TestParamInfo<RampEditor>& info) {
   return info.param.name;
 }

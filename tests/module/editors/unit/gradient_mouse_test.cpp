@@ -265,6 +265,27 @@ TEST(GradientDrag, AnAddedKnotComesBackWithAnEvenBias) {
   EXPECT_THAT(Biases(session.ramp), ElementsAre(0.125f, 0.5f, 0.25f, 0.75f));
 }
 
+TEST(GradientDrag, ACopiedKnotComesBackWithAnEvenBias) {
+  Session session = {ThreeKnots()};
+  session.PressWith(QualifierAlt, 234, kOnPointers);
+  session.Move(234, 100);
+  EXPECT_THAT(Biases(session.ramp), ElementsAre(0.125f, 0.25f, 0.75f));
+  session.Move(234, kOnPointers);
+  EXPECT_THAT(Biases(session.ramp), ElementsAre(0.125f, 0.5f, 0.25f, 0.75f));
+}
+
+// Keys may come in while the mouse holds a torn-off knot.
+TEST(GradientDrag, AKnotThatFindsNoRoomOnItsReturnStaysAway) {
+  Session session = {ManyKnots(26)};
+  session.Press(4, kOnPointers);
+  session.Move(4, 100);
+  RepeatKnots(session.ramp);
+  const Ramp full = session.ramp;
+  ASSERT_EQ(full.count, 50);
+  session.Move(4, kOnPointers);
+  ExpectSame(session.ramp, full);
+}
+
 // --- dragging a bias ---
 
 TEST(GradientDrag, MovesABiasBetweenItsKnots) {
