@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "host/channels/material_value.h"
-#include "host/dialogs/gadget.h"
+#include "host/dialogs/gadget_spelling.h"
 #include "host/dialogs/json_walk.h"
 #include "host/services/filenames.h"
 

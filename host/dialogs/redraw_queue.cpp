@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "host/dialogs/dialog.h"
+#include "host/dialogs/user_area.h"
 
 namespace sorvanix::host {
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "host/channels/channel_link.h"
 #include "host/channels/material_file.h"
 #include "host/channels/material_shader.h"
 #include "host/dialogs/dialog_tables.h"
