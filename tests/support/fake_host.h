@@ -63,7 +63,7 @@ class FakeHost {
   int failLink = 0;  ///< creations
   int failLinkCopy = 0;
   int failLinkInit = 0;        ///< InitRender of a link answers RenderInitFailed
-  int failBitmap = 0;          ///< a link's bitmap cannot be loaded
+  int failLinkBitmap = 0;      ///< a link's bitmap cannot be loaded
   int failContainer = 0;       ///< creations
   int failContainerWrite = 0;  ///< the setter stores nothing
   int failText = 0;            ///< creations and copies answer the shared empty text

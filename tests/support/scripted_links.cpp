@@ -80,7 +80,7 @@ Vector* Sample(Vector* result, ChannelLink* handle, RenderContext* render, const
 }
 
 HostBitmap* Bitmap(ChannelLink* handle) noexcept {
-  if (IsDue(FakeHost::Current().failBitmap)) return nullptr;
+  if (IsDue(FakeHost::Current().failLinkBitmap)) return nullptr;
   const bool holds = ScriptedLink::Of(handle).content.bitmapWidth > 0;
   return holds ? reinterpret_cast<HostBitmap*>(handle) : nullptr;
 }
