@@ -1,4 +1,4 @@
-// The picture, copied and written over for each step of the credits.
+// The picture, whose band of credits is written anew for each of their steps.
 #include "module/editors/about_area.h"
 
 #include "module/editors/credits.h"
@@ -14,10 +14,10 @@ constexpr std::int32_t kTickMilliseconds = 40;
 constexpr std::int32_t kNotch = 120;  // of a wheel
 constexpr std::int32_t kPixelsOfNotch = 20;
 
-void CopyPixels(const HostBitmap* from, HostBitmap* to) noexcept {
+void CopyRows(const HostBitmap* from, HostBitmap* to, std::int32_t top,
+              std::int32_t bottom) noexcept {
   const std::int32_t width = hostBitmapWidth(to);
-  const std::int32_t height = hostBitmapHeight(to);
-  for (std::int32_t y = 0; y < height; ++y) {
+  for (std::int32_t y = top; y < bottom; ++y) {
     for (std::int32_t x = 0; x < width; ++x) {
       hostBitmapSetPixel(to, x, y, hostBitmapGetPixel(from, x, y));
     }
@@ -30,7 +30,10 @@ void AboutArea::LoadOnce() noexcept {
   if (loaded_) return;
   loaded_ = true;
   if (!picture_.Load(ResourceFile("sorvanix About.tif").get())) return;
-  shown_.Make(hostBitmapWidth(picture_.get()), hostBitmapHeight(picture_.get()));
+  const std::int32_t height = hostBitmapHeight(picture_.get());
+  if (!shown_.Make(hostBitmapWidth(picture_.get()), height)) return;
+  CopyRows(picture_.get(), shown_.get(), 0, height);
+  DrawCaption(shown_.get(), shaderName_);
 }
 
 bool AboutArea::GetMinSize(std::int32_t* width, std::int32_t* height) noexcept {
@@ -50,7 +53,7 @@ bool AboutArea::Init() noexcept {
 void AboutArea::Draw() noexcept {
   LoadOnce();
   if (shown_.get() == nullptr) return;
-  CopyPixels(picture_.get(), shown_.get());
+  CopyRows(picture_.get(), shown_.get(), kCreditsTop, kCreditsBottom);
   DrawCredits(shown_.get(), offset_);
   hostAreaDrawBitmap(get(), shown_.get(), 0, 0);
 }

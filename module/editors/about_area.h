@@ -8,7 +8,9 @@ namespace sorvanix {
 /// A click closes the dialog; the wheel scrolls. A missing picture leaves the area empty.
 class AboutArea final : public UserArea {
  public:
-  explicit AboutArea(HostDialog* dialog) noexcept : dialog_(dialog) {}
+  /// The name stands below the credits.
+  AboutArea(HostDialog* dialog, const char* shaderName) noexcept
+      : dialog_(dialog), shaderName_(shaderName) {}
 
  protected:
   bool GetMinSize(std::int32_t* width, std::int32_t* height) noexcept override;
@@ -22,11 +24,12 @@ class AboutArea final : public UserArea {
   void Scroll(std::int32_t pixels) noexcept;
 
   HostDialog* dialog_;
+  const char* shaderName_;
   OwnedBitmap picture_;
   OwnedBitmap shown_;  ///< the picture with the credits
   bool loaded_ = false;
   /// Of the credits: the first lines are in view at once.
-  std::int32_t offset_ = 60;
+  std::int32_t offset_ = 70;
 };
 
 }  // namespace sorvanix

@@ -28,7 +28,8 @@ void OpenDocumentation() noexcept {
 
 class AboutDialog {
  public:
-  AboutDialog() noexcept : dialog_(Receive, this), area_(dialog_.get()) {}
+  explicit AboutDialog(const char* shaderName) noexcept
+      : dialog_(Receive, this), area_(dialog_.get(), shaderName) {}
 
   void Run() noexcept {
     if (!Create()) return;
@@ -87,8 +88,8 @@ class AboutDialog {
 
 }  // namespace
 
-void ShowAbout(const char*) noexcept {
-  AboutDialog about;
+void ShowAbout(const char* shaderName) noexcept {
+  AboutDialog about(shaderName);
   about.Run();
 }
 

@@ -57,14 +57,14 @@ bool ScenePass::Draw(PreviewPass& pass) noexcept {
   ShaderInstance* shown = hostChannelInstance(link);
   if (shown == nullptr || shown->data == nullptr) return false;
 
-  // A shader of a filter's input is marked as nested; the copy stands alone and is not.
+  // Through Copy, which decides what a copy that stands alone takes along.
   if (pass.record().Copy(&pass.instance(), shown) == 0) return false;
   StoreInt(shown->data, pass.table().preview.inScene, 1);
 
+  HostObject* object = hostFindObject(scene_, objectName_.get());
+  if (object == nullptr) return false;
   material.InsertInto(scene_);
-  if (HostObject* object = hostFindObject(scene_, objectName_.get())) {
-    LayMaterialOn(object, material.get());
-  }
+  LayMaterialOn(object, material.get());
   return hostRenderDocument(scene_, pass.bitmap(), settings_.get(), pass.thread()) == 0;
 }
 

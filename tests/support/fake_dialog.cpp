@@ -37,6 +37,7 @@ HostDialog* Create(DialogMessageFunction handler, void* context) noexcept {
 
 void Free(HostDialog* dialog) noexcept {
   --Service().live;
+  if (Service().thread != nullptr) ++Service().freedWhileDrawing;
   delete &Of(dialog);
 }
 

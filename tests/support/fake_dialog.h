@@ -135,6 +135,7 @@ class FakeDialogs {
   bool failCreate = false;
   bool failLoad = false;
   int live = 0;
+  int freedWhileDrawing = 0;  ///< dialogs that went before the thread of their preview
 
   /// Sizes of areas by gadget; others are 8 x 6.
   std::map<std::int32_t, FakePicture> areaSizes;

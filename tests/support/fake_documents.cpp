@@ -76,8 +76,8 @@ HostTag* TagOf(const HostObject* handle, std::int32_t type) noexcept {
 }
 
 std::int32_t Render(HostDocument* document, HostBitmap* bitmap, const HostContainer* settings,
-                    HostThread*) noexcept {
-  FakeRender render = {Of(document), *reinterpret_cast<const FakeContainer*>(settings)};
+                    HostThread* thread) noexcept {
+  FakeRender render = {Of(document), *reinterpret_cast<const FakeContainer*>(settings), thread};
   for (const FakeObject* object = render.scene->first; object != nullptr; object = object->next) {
     const auto tag = Service().textureTags.find(object);
     if (tag == Service().textureTags.end() || tag->second.material == nullptr) continue;

@@ -38,6 +38,7 @@ struct FakeTextureTag {
 struct FakeRender {
   FakeScene* scene;
   FakeContainer settings;
+  HostThread* thread = nullptr;
   bool materialInserted = false;
   FakeMaterial* material = nullptr;  ///< on the object; valid within onRender only
 };

@@ -120,14 +120,12 @@ class LumasDialog final : public ShaderDialog {
   void Derive() noexcept override { ChangeShared<LumasBlock>(session().block(), DeriveLumas); }
 
   // A layer that is switched on comes on show.
-  bool Command(std::int32_t id, const HostContainer* message) noexcept override {
-    const bool known = ShaderDialog::Command(id, message);
+  void Edited(std::uint32_t member) noexcept override {
     for (std::size_t layer = 0; layer < kLumasLayers; ++layer) {
-      if (id == kLayerSwitches[layer] && block<LumasBlock>().layerOn[layer] != 0) {
-        ShowPage(kLayerPages[layer]);
-      }
+      const std::int32_t& on = block<LumasBlock>().layerOn[layer];
+      const bool isSwitch = member == offsetof(LumasBlock, layerOn) + layer * sizeof on;
+      if (isSwitch && on != 0) ShowPage(kLayerPages[layer]);
     }
-    return known;
   }
 
  private:

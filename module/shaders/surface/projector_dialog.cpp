@@ -125,25 +125,12 @@ class ProjectorDialog final : public ShaderDialog {
     PlaceProjection(edited);
   }
 
-  // Lengths and repeats say the same in two ways. What a render tiles by follows the two switches
-  // as they are set; an exchanged or loaded value of its own stands until then.
+  // What a render tiles by follows the two switches as they are set; an exchanged or loaded value
+  // of its own stands until then.
   void Edited(std::uint32_t member) noexcept override {
-    auto& edited = block<ProjectorBlock>();
-    switch (member) {
-      case offsetof(ProjectorBlock, tile):
-      case offsetof(ProjectorBlock, seamless):
-        return DeriveTileFlags(edited);
-      case offsetof(ProjectorBlock, lengthU):
-        return SetOther(edited.lengthU, edited.tilesU);
-      case offsetof(ProjectorBlock, lengthV):
-        return SetOther(edited.lengthV, edited.tilesV);
-      case offsetof(ProjectorBlock, tilesU):
-        return SetOther(edited.tilesU, edited.lengthU);
-      case offsetof(ProjectorBlock, tilesV):
-        return SetOther(edited.tilesV, edited.lengthV);
-      default:
-        return;
-    }
+    const bool isSwitch =
+        member == offsetof(ProjectorBlock, tile) || member == offsetof(ProjectorBlock, seamless);
+    if (isSwitch) DeriveTileFlags(block<ProjectorBlock>());
   }
 
   bool Command(std::int32_t id, const HostContainer* message) noexcept override {
@@ -155,12 +142,6 @@ class ProjectorDialog final : public ShaderDialog {
   }
 
  private:
-  void SetOther(float set, float& other) noexcept {
-    other = ReciprocalOrZero(set);
-    const auto* start = static_cast<const char*>(session().block());
-    ShowMember(static_cast<std::uint32_t>(reinterpret_cast<const char*>(&other) - start));
-  }
-
   void CopySelectedTag() noexcept {
     const HostTag* tag = hostActiveTag(hostActiveDocument());
     const HostContainer* settings = hostTagContainer(tag);

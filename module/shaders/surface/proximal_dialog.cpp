@@ -66,10 +66,8 @@ class ProximalDialog final : public ShaderDialog {
   void Enable() noexcept override {
     ShaderDialog::Enable();
     const HostString* name = block<ProximalBlock>().objectName;
+    const HostObject* found = hostFindObject(hostActiveDocument(), name);
     const OwnedString none;
-    const HostObject* found = hostStringCompare(name, none.get()) == 0
-                                  ? nullptr
-                                  : hostFindObject(hostActiveDocument(), name);
     const HostString* shown = found == nullptr ? none.get() : hostObjectName(found);
     hostDialogSetText(dialog(), kFoundGadget, shown);
   }

@@ -1,4 +1,6 @@
 // The About dialog: its picture, its buttons, how it closes.
+#include <algorithm>
+
 #include "tests/module/editors/editor_fixture.h"
 
 namespace sorvanix::test {
@@ -59,24 +61,45 @@ std::vector<int> LightPixels(FakeDialog& about) {
   const FakeBitmap& shown = *area.drawn.at(0).bitmap;
   std::vector<int> rows(250);
   for (int y = 0; y < 250; ++y) {
-    for (int x = 0; x < 400; ++x) rows[static_cast<std::size_t>(y)] += shown.At(x, y).red > 0;
+    for (int x = 0; x < 400; ++x) rows[static_cast<std::size_t>(y)] += shown.At(x, y).red > 20;
   }
   return rows;
 }
 
-// The fake picture is black.
+// The fake picture is black; the ground of the text is nearly so.
 TEST_F(AboutDialogTest, CreditsStandInTheLowerBandOfThePictureAlone) {
   About([](FakeDialog& about) {
     const auto rows = LightPixels(about);
     int inBand = 0;
     for (std::size_t y = 0; y < rows.size(); ++y) {
-      if (y >= 130 && y < 240) {
+      const bool isCaption = y >= 234 && y < 248;
+      if (y >= 130 && y < 228) {
         inBand += rows[y];
-      } else {
+      } else if (!isCaption) {
         EXPECT_EQ(rows[y], 0) << y;
       }
     }
     EXPECT_GT(inBand, 0);
+  });
+}
+
+// "sorvaNIX 2D Noise" in 17 letters of 12 pixels, of which the last leaves 2: 202 pixels in the
+// middle of 400. Both end letters reach the sides of their fields.
+TEST_F(AboutDialogTest, TheNameOfTheShaderStandsBelowTheCredits) {
+  About([](FakeDialog& about) {
+    FakeArea& area = about.Area(kPicture);
+    area.Draw();
+    const FakeBitmap& shown = *area.drawn.at(0).bitmap;
+    int first = 400, last = -1;
+    for (int y = 234; y < 248; ++y) {
+      for (int x = 0; x < 400; ++x) {
+        if (shown.At(x, y).red == 0) continue;
+        first = std::min(first, x);
+        last = std::max(last, x);
+      }
+    }
+    EXPECT_EQ(first, 98);
+    EXPECT_EQ(last, 98 + 201);
   });
 }
 
@@ -90,7 +113,7 @@ TEST_F(AboutDialogTest, CreditsScrollWithTheTimer) {
     area.Tick();
     EXPECT_EQ(area.redraws, redraws + 1);
     const auto after = LightPixels(about);
-    for (std::size_t y = 150; y < 220; ++y) EXPECT_EQ(after[y], before[y + 1]) << y;
+    for (std::size_t y = 150; y < 210; ++y) EXPECT_EQ(after[y], before[y + 1]) << y;
   });
 }
 
@@ -107,13 +130,13 @@ TEST_F(AboutDialogTest, TheWheelScrollsBothWays) {
   });
 }
 
-// 21 lines of 20 pixels, and the 110 of the band: after 530 ticks they begin anew. No step of the
+// 21 lines of 20 pixels, and the 98 of the band: after 518 ticks they begin anew. No step of the
 // wheel is too large.
 TEST_F(AboutDialogTest, CreditsBeginAnewAtTheirEnd) {
   About([](FakeDialog& about) {
     FakeArea& area = about.Area(kPicture);
     const auto first = LightPixels(about);
-    for (int tick = 0; tick < 529; ++tick) area.Tick();
+    for (int tick = 0; tick < 517; ++tick) area.Tick();
     EXPECT_NE(LightPixels(about), first);
     area.Tick();
     EXPECT_EQ(LightPixels(about), first);

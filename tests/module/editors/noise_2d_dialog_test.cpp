@@ -165,6 +165,9 @@ TEST_F(Noise2DDialogTest, ResetLeavesTheTypeAtZeroAndThePreviewAsItIs) {
                 EXPECT_TRUE(dialog.Key('R', kControl | shift));
                 EXPECT_EQ(dialog.Int(19001), 0);
                 EXPECT_EQ(dialog.Real(19002), 5);
+                EXPECT_FALSE(dialog.Enabled(19002)) << "type 0 has no octaves";
+                EXPECT_FALSE(dialog.Enabled(19024));
+                EXPECT_TRUE(dialog.Enabled(19016));
                 dialog.Confirm();
               }),
               1);
@@ -197,9 +200,12 @@ TEST_F(Noise2DDialogTest, RandomDrawsInItsOrder) {
   SecondGenerator second = {kSeed};
   const auto drawn = [&](double range) { return static_cast<float>(second.Next() * range); };
   Noise2DBlock before = block;
+  bool cyclesEnabled = false;
   for (const std::int32_t qualifier : {kControl, kCommand | kShift}) {
     ASSERT_EQ(Edit([&](FakeDialog& dialog) {
+                dialog.Set(19001, 3);
                 EXPECT_TRUE(dialog.Key('M', qualifier));
+                cyclesEnabled = dialog.Enabled(19016);
                 dialog.Confirm();
               }),
               1);
@@ -214,6 +220,9 @@ TEST_F(Noise2DDialogTest, RandomDrawsInItsOrder) {
     EXPECT_EQ(block.colorHigh.y, drawn(1));
     EXPECT_EQ(block.colorHigh.x, drawn(1));
     EXPECT_EQ(block.absolute, static_cast<int>(std::floor(second.Next() * 1.99)));
+    // What the drawn type enables follows it.
+    const std::set<std::int32_t> noCycles = {3, 10, 17, 18, 23};
+    EXPECT_EQ(cyclesEnabled, noCycles.count(block.noiseType) == 0);
     // Two in a row differ, since the generator moves on.
     EXPECT_NE(block.octaves, before.octaves);
     before = block;
@@ -232,15 +241,6 @@ TEST_F(Noise2DDialogTest, OtherKeysAreTheHosts) {
     EXPECT_FALSE(dialog.Key(KeyEscape, kControl));
     EXPECT_EQ(dialog.Real(19002), 3);
   });
-}
-
-TEST_F(Noise2DDialogTest, MissingResourcesAreToldByName) {
-  host.failResources = true;
-  EXPECT_EQ(Edit([](FakeDialog&) { FAIL() << "the dialog opened"; }), 0);
-  const std::string call =
-      "messageDialog(\"Unable to find dialog resources for sorvaNIX 2D Noise\", 48)";
-  EXPECT_EQ(std::count(host.calls.begin(), host.calls.end(), call), 1);
-  EXPECT_EQ(host.messages.size(), 1u);
 }
 
 #undef AT

@@ -188,13 +188,6 @@ TEST_F(Noise3DDialogTest, ThePreviewMarksItsCopy) {
   EXPECT_EQ(block.reserved25, 0);
 }
 
-TEST_F(Noise3DDialogTest, MissingResourcesAreToldByName) {
-  host.failResources = true;
-  EXPECT_EQ(Edit([](FakeDialog&) { FAIL(); }), 0);
-  EXPECT_EQ(host.messages,
-            std::vector<std::string>{"Unable to find dialog resources for sorvaNIX 3D Noise"});
-}
-
 #undef AT
 
 }  // namespace

@@ -1,52 +1,13 @@
-// The live preview, told on 2D Noise: the flat picture, the scenes, when it is drawn and stopped.
-#include <cmath>
+// The live preview, told on 2D Noise: the flat picture, its frame, when it is drawn and stopped.
+#include <set>
 
-#include "module/shaders/generators/noise_2d.h"
-#include "tests/module/editors/editor_fixture.h"
+#include "tests/module/editors/preview_fixture.h"
 
 namespace sorvanix::test {
 namespace {
 
-constexpr std::int32_t kArea = 19021;
 constexpr FakePixel kRed = {255, 0, 0};
 constexpr FakePixel kBlack = {0, 0, 0};
-
-// What the scripted noise of the host saw.
-struct NoiseCall {
-  Vector point;
-  float time;
-};
-std::vector<NoiseCall> noiseCalls;
-
-struct PreviewTest : EditorTest {
-  PreviewTest() : EditorTest(PluginIdNoise2D, 19000) {
-    host.dialogs.areaSizes[kArea] = {16, 12};
-    noiseCalls.clear();
-    // The noise type of a new block is the host's unit noise at the point.
-    host.render.unitNoiseAt = [](const Vector* p, float time) noexcept {
-      noiseCalls.push_back({*p, time});
-      return 0.5f + 0.25f * std::sin(p->x) * std::cos(p->y);
-    };
-    // The animated flat picture has no frame, which many tests would only have to look past.
-    block.previewTile = 1;
-  }
-  Noise2DBlock& block = shader.block<Noise2DBlock>();
-
-  // The picture of a preview, drawn into its area.
-  static const FakeBitmap& Picture(FakeDialog& dialog) {
-    FakeArea& area = dialog.Area(kArea);
-    EXPECT_TRUE(area.Draw());
-    return *area.drawn.at(0).bitmap;
-  }
-  // The mark of the working copy, as confirming brings it back.
-  std::int32_t DirtyAfter(Script script) {
-    Edit([&](FakeDialog& dialog) {
-      script(dialog);
-      dialog.Confirm();
-    });
-    return block.previewDirty;
-  }
-};
 
 // --- the flat picture ---
 
@@ -100,7 +61,7 @@ TEST_F(PreviewTest, StoppingInTheMiddleLeavesItDirtyAndHalfPainted) {
   block.previewDirty = 1;
   block.colorLow = block.colorHigh = {1, 1, 1};
   EXPECT_EQ(DirtyAfter([&](FakeDialog& dialog) {
-              FakeArea& area = dialog.Area(kArea);
+              FakeArea& area = dialog.Area(kPreviewArea);
               const int redraws = area.redraws;
               host.dialogs.RunPass(5);
               EXPECT_EQ(area.redraws, redraws) << "an unfinished picture is not shown";
@@ -113,11 +74,11 @@ TEST_F(PreviewTest, StoppingInTheMiddleLeavesItDirtyAndHalfPainted) {
 
 TEST_F(PreviewTest, APictureWithoutWidthOrHeightDrawsNothing) {
   for (const FakePicture& size : {FakePicture{0, 12}, FakePicture{16, 0}, FakePicture{0, 0}}) {
-    host.dialogs.areaSizes[kArea] = size;
+    host.dialogs.areaSizes[kPreviewArea] = size;
     block.previewDirty = 1;
     EXPECT_EQ(DirtyAfter([&](FakeDialog& dialog) {
                 host.dialogs.RunPass();
-                EXPECT_EQ(dialog.Area(kArea).redraws, 0);
+                EXPECT_EQ(dialog.Area(kPreviewArea).redraws, 0);
               }),
               1);
     EXPECT_TRUE(noiseCalls.empty());
@@ -128,8 +89,8 @@ TEST_F(PreviewTest, AHostWithoutBitmapsOrThreadsShowsNoPreview) {
   host.failBitmap = 1;  // areas come to be in the order of their ids: the preview first
   Edit([&](FakeDialog& dialog) {
     EXPECT_EQ(host.dialogs.threadsStarted, 0);
-    EXPECT_TRUE(dialog.Area(kArea).Draw());
-    EXPECT_TRUE(dialog.Area(kArea).drawn.empty());
+    EXPECT_TRUE(dialog.Area(kPreviewArea).Draw());
+    EXPECT_TRUE(dialog.Area(kPreviewArea).drawn.empty());
   });
   host.dialogs.threads = FakeDialogs::Threads::None;
   EXPECT_EQ(Edit([](FakeDialog& dialog) { dialog.Confirm(); }), 1);
@@ -139,7 +100,7 @@ TEST_F(PreviewTest, AHostWithoutBitmapsOrThreadsShowsNoPreview) {
 TEST_F(PreviewTest, AnAreaOfAnotherSizeGetsAPictureOfThatSize) {
   Edit([&](FakeDialog& dialog) {
     host.dialogs.RunPass();
-    dialog.Area(kArea).width = 20;
+    dialog.Area(kPreviewArea).width = 20;
     EXPECT_EQ(Picture(dialog).width, 20);
     EXPECT_TRUE(host.dialogs.RunPass());
     EXPECT_NE(Picture(dialog).At(19, 11), kBlack);
@@ -178,7 +139,7 @@ TEST_F(PreviewTest, ARedFrameTellsThatAPictureIsOnItsWay) {
   host.documents.renderAnswer = 1;
   Edit([&](FakeDialog& dialog) {
     host.dialogs.RunPass();
-    EXPECT_EQ(dialog.Area(kArea).redraws, 1);
+    EXPECT_EQ(dialog.Area(kPreviewArea).redraws, 1);
     const FakeBitmap& picture = Picture(dialog);
     const std::set<int> columns = {2, 3, 12, 13};
     const std::set<int> rows = {2, 3, 8, 9};
@@ -198,7 +159,7 @@ TEST_F(PreviewTest, AFlatPictureHasTheFrameUnlessItIsAnimated) {
     int redraws = 0;
     Edit([&](FakeDialog& dialog) {
       host.dialogs.RunPass(1);  // stopped after a row: only the frame is shown
-      redraws = dialog.Area(kArea).redraws;
+      redraws = dialog.Area(kPreviewArea).redraws;
       EXPECT_EQ(Picture(dialog).At(5, 3) == kRed, animated == 0);
     });
     return redraws;
@@ -210,7 +171,7 @@ TEST_F(PreviewTest, AFlatPictureHasTheFrameUnlessItIsAnimated) {
 TEST_F(PreviewTest, AFrameFitsIntoATinyPicture) {
   block.previewTile = 0;
   for (int size = 1; size <= 9; ++size) {
-    host.dialogs.areaSizes[kArea] = {size, size};
+    host.dialogs.areaSizes[kPreviewArea] = {size, size};
     Edit([&](FakeDialog& dialog) {
       host.dialogs.RunPass(1);
       EXPECT_EQ(Picture(dialog).At(2, 2) == kRed, size >= 5) << size;
@@ -240,7 +201,7 @@ TEST_F(PreviewTest, WithoutAutomaticASceneWaitsForAClick) {
     EXPECT_EQ(host.dialogs.thread, nullptr) << "the flat pass is stopped";
     dialog.Set(19002, 4.0f);
     EXPECT_EQ(host.dialogs.threadsStarted, 2);
-    EXPECT_TRUE(dialog.Area(kArea).Mouse(3, 3));
+    EXPECT_TRUE(dialog.Area(kPreviewArea).Mouse(3, 3));
     EXPECT_EQ(host.dialogs.threadsStarted, 3);
     dialog.Set(19040, 1);
     EXPECT_EQ(host.dialogs.threadsStarted, 4);
@@ -254,13 +215,13 @@ TEST_F(PreviewTest, WithoutAutomaticASceneWaitsForAClick) {
 TEST_F(PreviewTest, TheTimerMovesTheFlatPictureByTheSquareOfTheSpeed) {
   block.speed = 3;
   Edit([&](FakeDialog& dialog) {
-    EXPECT_EQ(dialog.Area(kArea).timer, 100);
+    EXPECT_EQ(dialog.Area(kPreviewArea).timer, 100);
     host.dialogs.RunPass();
     EXPECT_EQ(noiseCalls.back().time, 0);
-    dialog.Area(kArea).Tick();
+    dialog.Area(kPreviewArea).Tick();
     ASSERT_TRUE(host.dialogs.RunPass());
     EXPECT_FLOAT_EQ(noiseCalls.back().time, 0.1f * 9);
-    dialog.Area(kArea).Tick();
+    dialog.Area(kPreviewArea).Tick();
     ASSERT_TRUE(host.dialogs.RunPass());
     EXPECT_FLOAT_EQ(noiseCalls.back().time, 0.2f * 9);
   });
@@ -275,7 +236,7 @@ TEST_F(PreviewTest, TheTimerRestsWithoutSpeedAnimationOrAFlatPicture) {
     Edit([&](FakeDialog& dialog) {
       host.dialogs.RunPass();
       started = host.dialogs.threadsStarted;
-      dialog.Area(kArea).Tick();
+      dialog.Area(kPreviewArea).Tick();
       started = host.dialogs.threadsStarted - started;
     });
     return started;
@@ -293,141 +254,21 @@ TEST_F(PreviewTest, ATickLetsAPictureFinish) {
   block.speed = 1;
   Edit([&](FakeDialog& dialog) {
     FakeThread* running = host.dialogs.thread;
-    dialog.Area(kArea).Tick();
-    dialog.Area(kArea).Tick();
+    dialog.Area(kPreviewArea).Tick();
+    dialog.Area(kPreviewArea).Tick();
     EXPECT_EQ(host.dialogs.thread, running);
     host.dialogs.RunPass();
-    dialog.Area(kArea).Tick();
+    dialog.Area(kPreviewArea).Tick();
     host.dialogs.RunPass();
     EXPECT_FLOAT_EQ(noiseCalls.back().time, 0.3f);
   });
-}
-
-// --- scenes ---
-
-struct ScenePreviewTest : PreviewTest {
-  ScenePreviewTest() { block.previewObject = 3; }
-
-  Word Setting(std::int32_t key) {
-    const FakeValue* value = host.documents.renders.back().settings.Find(key);
-    return value == nullptr ? -1 : std::get<Word>(*value);
-  }
-};
-
-TEST_F(ScenePreviewTest, RendersTheShaderOnTheObject) {
-  block.octaves = 8.5f;
-  block.nested = 1;
-  block.previewState = 6;
-  block.previewDirty = 1;
-  int seen = 0;
-  host.documents.onRender = [&](const FakeRender& render, HostBitmap*) {
-    ++seen;
-    ASSERT_NE(render.material, nullptr);
-    EXPECT_EQ(render.material->type, 5703);
-    EXPECT_TRUE(render.materialInserted);
-    EXPECT_EQ(render.material->enabled,
-              (std::map<std::int32_t, bool>{{0, false}, {1, true}, {8, false}}));
-    const LinkContent& content = render.material->links.at(1)->content;
-    EXPECT_EQ(content.pluginId, 1001231);
-    const auto& shown = *static_cast<const Noise2DBlock*>(content.instance->data);
-    EXPECT_EQ(shown.octaves, 8.5f);
-    EXPECT_EQ(shown.previewObject, 3);
-    EXPECT_EQ(shown.previewState, 6);
-    EXPECT_EQ(shown.reserved21, 1) << "the mark of a copy in a preview scene";
-    EXPECT_EQ(shown.nested, 0) << "the copy stands alone";
-  };
-  EXPECT_EQ(DirtyAfter([&](FakeDialog& dialog) {
-              host.dialogs.RunPass();
-              EXPECT_EQ(dialog.Area(kArea).redraws, 2) << "the frame, then the picture";
-            }),
-            0);
-  EXPECT_EQ(seen, 1);
-  EXPECT_EQ(block.reserved21, 0);
-  EXPECT_TRUE(noiseCalls.empty());
-}
-
-TEST_F(ScenePreviewTest, AsksForTheSizeAndTheQualityOfThePicture) {
-  for (const std::int32_t automatic : {1, 0}) {
-    block.previewAuto = automatic;
-    Edit([&](FakeDialog&) { host.dialogs.RunPass(); });
-    EXPECT_EQ(Setting(5008), 16);
-    EXPECT_EQ(Setting(5009), 12);
-    EXPECT_EQ(Setting(5002), automatic != 0 ? 2 : 0);
-    EXPECT_TRUE(std::get<bool>(*host.documents.renders.back().settings.Find(5067)));
-  }
-}
-
-TEST_F(ScenePreviewTest, ARenderThatFailsLeavesItDirty) {
-  block.previewDirty = 1;
-  host.documents.renderAnswer = 5;
-  EXPECT_EQ(DirtyAfter([&](FakeDialog& dialog) {
-              host.dialogs.RunPass();
-              EXPECT_EQ(dialog.Area(kArea).redraws, 1);
-              EXPECT_EQ(host.documents.liveMaterials, 0);
-            }),
-            1);
-}
-
-TEST_F(ScenePreviewTest, WithoutAnInstanceTheMaterialIsFreedAndNothingRendered) {
-  block.previewDirty = 1;
-  host.failLinkedShader = true;
-  EXPECT_EQ(DirtyAfter([&](FakeDialog&) {
-              host.dialogs.RunPass();
-              EXPECT_NE(host.documents.lastMaterial, nullptr);
-              EXPECT_EQ(host.documents.liveMaterials, 0);
-            }),
-            1);
-  EXPECT_TRUE(host.documents.renders.empty());
-}
-
-TEST_F(ScenePreviewTest, ASceneWithoutTheObjectIsRenderedAsItIs) {
-  host.documents.objectName = "Subject";
-  host.documents.onRender = [](const FakeRender& render, HostBitmap*) {
-    EXPECT_EQ(render.material, nullptr);
-  };
-  Edit([&](FakeDialog&) { host.dialogs.RunPass(); });
-  EXPECT_EQ(host.documents.renders.size(), 1u);
-}
-
-TEST_F(ScenePreviewTest, TheTagOfAnEarlierPassIsUsedAgain) {
-  Edit([&](FakeDialog& dialog) {
-    host.dialogs.RunPass();
-    dialog.Set(19002, 3.0f);
-    host.dialogs.RunPass();
-    EXPECT_EQ(host.documents.textureTags.size(), 1u);
-  });
-  EXPECT_EQ(host.documents.renders.size(), 2u);
-}
-
-// The new scene takes the place of the former one, which is freed; a flat picture keeps it.
-TEST_F(ScenePreviewTest, AnotherObjectLoadsItsScene) {
-  Edit([&](FakeDialog& dialog) {
-    host.documents.asked.clear();
-    dialog.Set(19039, 5);
-    EXPECT_EQ(host.documents.asked,
-              std::vector<std::string>{"/plugins/Resources/Preview_Torus_C.c4d"});
-    EXPECT_EQ(host.documents.liveScenes, 1);
-    dialog.Set(19039, 0);
-    EXPECT_EQ(host.documents.asked.size(), 1u);
-    EXPECT_EQ(host.documents.liveScenes, 1);
-  });
-}
-
-TEST_F(ScenePreviewTest, ASceneThatIsGoneShowsNothing) {
-  Edit([&](FakeDialog& dialog) {
-    host.documents.files.clear();
-    dialog.Set(19039, 4);
-    EXPECT_EQ(host.documents.liveScenes, 0);
-    host.dialogs.RunPass();
-  });
-  EXPECT_TRUE(host.documents.renders.empty());
 }
 
 // --- several threads: for the sanitizer that looks for races ---
 
 TEST_F(PreviewTest, ADialogIsEditedWhileItsPreviewIsDrawn) {
   host.dialogs.threads = FakeDialogs::Threads::Real;
-  host.dialogs.areaSizes[kArea] = {64, 64};
+  host.dialogs.areaSizes[kPreviewArea] = {64, 64};
   host.render.unitNoiseAt = [](const Vector* p, float) noexcept { return p->x; };
   EXPECT_EQ(Edit([&](FakeDialog& dialog) {
               for (int i = 0; i < 200; ++i) {
@@ -438,8 +279,8 @@ TEST_F(PreviewTest, ADialogIsEditedWhileItsPreviewIsDrawn) {
                 dialog.Set(19003, 1 + step, dragging);
                 if (i % 50 == 0) dialog.Set(19039, i / 50 % 3, false);
                 if (i % 20 == 0) dialog.Key(i % 40 == 0 ? 'M' : 'R', kControl);
-                dialog.Area(kArea).Tick();
-                dialog.Area(kArea).Draw();
+                dialog.Area(kPreviewArea).Tick();
+                dialog.Area(kPreviewArea).Draw();
               }
               dialog.Confirm();
             }),

@@ -103,29 +103,30 @@ TEST_F(ProjectorDialogTest, ImportedTileFlagsStand) {
   EXPECT_EQ(block.tileFlags, 0);
 }
 
-TEST_F(ProjectorDialogTest, LengthsAndRepeatsAreOneByTheOther) {
+TEST_F(ProjectorDialogTest, ALengthHasItsReciprocal) {
   Edit([](FakeDialog& dialog) {
     dialog.Set(16016, 0.25f);
-    EXPECT_EQ(dialog.Real(16018), 4);
-    dialog.Set(16019, 2.0f);
-    EXPECT_EQ(dialog.Real(16017), 0.5f);
+    dialog.Set(16017, 0.0f);
+    dialog.Confirm();
+  });
+  EXPECT_EQ(block.invLengthU, 4);
+  EXPECT_EQ(block.invLengthV, 0);
+}
+
+// Only the copy of a tag makes one by the other.
+TEST_F(ProjectorDialogTest, LengthsAndRepeatsAreFieldsOfTheirOwn) {
+  block.tilesU = 5;
+  Edit([](FakeDialog& dialog) {
+    dialog.Set(16016, 0.25f);
+    EXPECT_EQ(dialog.Real(16018), 5);
+    dialog.Set(16019, 0.0f);
+    EXPECT_EQ(dialog.Real(16017), 1);
     dialog.Confirm();
   });
   EXPECT_EQ(block.lengthU, 0.25f);
-  EXPECT_EQ(block.invLengthU, 4);
-  EXPECT_EQ(block.tilesU, 4);
-  EXPECT_EQ(block.lengthV, 0.5f);
-  EXPECT_EQ(block.invLengthV, 2);
-  EXPECT_EQ(block.tilesV, 2);
-}
-
-TEST_F(ProjectorDialogTest, ALengthOfZeroHasNoReciprocal) {
-  SetAndConfirm(16016, 0.0f);
-  EXPECT_EQ(block.invLengthU, 0);
-  EXPECT_EQ(block.tilesU, 0);
-  SetAndConfirm(16019, 0.0f);
-  EXPECT_EQ(block.lengthV, 0);
-  EXPECT_EQ(block.invLengthV, 0);
+  EXPECT_EQ(block.tilesU, 5);
+  EXPECT_EQ(block.lengthV, 1);
+  EXPECT_EQ(block.tilesV, 0);
 }
 
 TEST_F(ProjectorDialogTest, ThePlacementMakesTheMatrix) {
@@ -211,6 +212,7 @@ TEST_F(ProjectorDialogTest, ResetBringsBackTheProjectionAndKeepsTheInput) {
 // --- the copy of a texture tag ---
 
 struct CopyActionTest : ProjectorDialogTest {
+  static constexpr float kQuarterTurn = 1.5707963f;
   FakeTextureTag tag;
 
   CopyActionTest() {
@@ -224,7 +226,7 @@ struct CopyActionTest : ProjectorDialogTest {
     tag.settings.Set(1008, true);
     tag.position = {10, 20, 30};
     tag.scale = {100, 200, 300};
-    tag.rotation = {0, 0, 0};
+    tag.rotation = {kQuarterTurn, 0, 0};
   }
   void CopyAndConfirm() {
     Edit([](FakeDialog& dialog) {
@@ -245,19 +247,29 @@ TEST_F(CopyActionTest, TakesOverAllSettings) {
   EXPECT_EQ(block.tile, 0);
   EXPECT_EQ(block.seamless, 1);
   EXPECT_EQ(block.tileFlags, 2);
+  EXPECT_EQ(block.position.x, 10);
+  EXPECT_EQ(block.position.y, 20);
   EXPECT_EQ(block.position.z, 30);
   EXPECT_EQ(block.scale.x, 1);
   EXPECT_EQ(block.scale.y, 2);
   EXPECT_EQ(block.scale.z, 3);
+  EXPECT_EQ(block.rotation.x, kQuarterTurn);
+  EXPECT_EQ(block.rotation.y, 0);
+  EXPECT_EQ(block.rotation.z, 0);
   EXPECT_EQ(block.invLengthU, 0.5f);
   EXPECT_EQ(block.tilesU, 0.5f);
   EXPECT_EQ(block.invLengthV, 0.25f);
   EXPECT_EQ(block.tilesV, 0.25f);
   EXPECT_EQ(block.offsetUCopy, 0.25f);
   EXPECT_EQ(block.offsetVCopy, 0.5f);
-  EXPECT_EQ(block.projectionMatrix.off.y, 20);
-  EXPECT_EQ(block.projectionMatrix.v2.y, 2);
-  EXPECT_EQ(block.projectionMatrix.v3.z, 3);
+  // A quarter turn of the heading takes x to z and z to -x; the axes are 1, 2 and 3 long.
+  const Matrix& matrix = block.projectionMatrix;
+  EXPECT_EQ(matrix.off.y, 20);
+  EXPECT_NEAR(matrix.v1.x, 0, 1e-6);
+  EXPECT_EQ(matrix.v1.z, 1);
+  EXPECT_EQ(matrix.v2.y, 2);
+  EXPECT_EQ(matrix.v3.x, -3);
+  EXPECT_NEAR(matrix.v3.z, 0, 1e-6);
 }
 
 TEST_F(CopyActionTest, TileFlagsOfAllFourKinds) {
@@ -295,6 +307,8 @@ TEST_F(CopyActionTest, RedrawsTheFields) {
 
 TEST_F(CopyActionTest, WithoutASelectedTagItSaysSoAndKeepsTheBlock) {
   const std::string call = "messageDialog(\"You must select a TextureTag before copying.\", 48)";
+  // What showing alone derives, such as zeros of the other sign in the matrix, is there before.
+  Edit([](FakeDialog& dialog) { dialog.Confirm(); });
   const auto before = Words(sizeof(ProjectorBlock));
   for (const bool hasDocument : {true, false}) {
     host.documents.hasActiveDocument = hasDocument;
@@ -306,19 +320,13 @@ TEST_F(CopyActionTest, WithoutASelectedTagItSaysSoAndKeepsTheBlock) {
   }
   EXPECT_EQ(Words(sizeof(ProjectorBlock)), before);
 
-  // The working copy stays as it was too: confirming changes no word but the handle of the input.
+  // The working copy stays as it was too: confirming changes no word but the handle of the input,
+  // which comes first.
   host.documents.hasActiveDocument = false;
   CopyAndConfirm();
-  EXPECT_EQ(block.projection, 0);
-  EXPECT_EQ(block.lengthU, 1);
-  EXPECT_EQ(block.position.x, 0);
-}
-
-TEST_F(ProjectorDialogTest, MissingResourcesAreToldByName) {
-  host.failResources = true;
-  EXPECT_EQ(Edit([](FakeDialog&) { FAIL(); }), 0);
-  EXPECT_EQ(host.messages,
-            std::vector<std::string>{"Unable to find dialog resources for sorvaNIX Projector"});
+  const auto after = Words(sizeof(ProjectorBlock));
+  for (std::size_t i = sizeof(void*) / 4; i < after.size(); ++i)
+    EXPECT_EQ(after[i], before[i]) << i;
 }
 
 #undef AT

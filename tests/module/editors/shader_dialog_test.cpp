@@ -165,6 +165,7 @@ TEST_F(ShaderDialogTest, ThePreviewIsStoppedWhenTheDialogCloses) {
     dialog.Confirm();
   });
   EXPECT_EQ(host.dialogs.thread, nullptr);
+  EXPECT_EQ(host.dialogs.freedWhileDrawing, 0);
 }
 
 TEST_F(ShaderDialogTest, AnUnknownGadgetIsNotHandled) {
@@ -235,6 +236,16 @@ TEST_F(ShaderDialogTest, KeysDrawThePreviewAnew) {
 }
 
 // Revert goes through Copy, whose copies stand alone.
+TEST_F(ShaderDialogTest, ARevertedCopyIsNotNested) {
+  block.nested = 1;
+  EXPECT_EQ(Edit([](FakeDialog& dialog) {
+              dialog.Key('R', kControl);
+              dialog.Confirm();
+            }),
+            1);
+  EXPECT_EQ(block.nested, 0);
+}
+
 TEST_F(ShaderDialogTest, RevertBringsBackThePreviewObjectAndItsScene) {
   block.previewObject = 2;
   Edit([&](FakeDialog& dialog) {

@@ -140,13 +140,6 @@ TEST_F(TilesDialogTest, CancellingLeavesTheBlockWordForWord) {
   EXPECT_EQ(Words(sizeof(TilesBlock)), before);
 }
 
-TEST_F(TilesDialogTest, MissingResourcesAreToldByName) {
-  host.failResources = true;
-  EXPECT_EQ(Edit([](FakeDialog&) { FAIL(); }), 0);
-  EXPECT_EQ(host.messages,
-            std::vector<std::string>{"Unable to find dialog resources for sorvaNIX Tiles"});
-}
-
 #undef AT
 
 }  // namespace
