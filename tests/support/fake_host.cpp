@@ -35,10 +35,7 @@ std::string Quoted(const std::string& text) { return "\"" + text + "\""; }
 
 // The functions of the tables; a struct so that FakeHost can befriend them at once.
 struct FakeTables {
-  static void Record(const std::string& call) {
-    const std::lock_guard lock(FakeHost::Current().mutex_);
-    FakeHost::Current().calls.push_back(call);
-  }
+  static void Record(const std::string& call) { FakeHost::Current().RecordCall(call); }
 
   template <class Handle>
   static Handle* NewText(const std::string& text) {

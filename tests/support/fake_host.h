@@ -88,6 +88,12 @@ class FakeHost {
   /// Index that hostCpuIndex answers on the calling thread.
   static constinit thread_local std::int32_t cpuIndex;
 
+  /// Adds to `calls`; from any thread.
+  void RecordCall(std::string call) {
+    const std::lock_guard lock(mutex_);
+    calls.push_back(std::move(call));
+  }
+
   int liveBlocks() const { return static_cast<int>(blocks_.size()); }
   int liveTexts() const { return liveTexts_; }  ///< strings and filenames
 

@@ -7,8 +7,8 @@ namespace sorvanix::test {
 namespace {
 
 void Record(const char* operation, const ScriptedLink& link, const std::string& more = "") {
-  FakeHost::Current().calls.push_back(std::string(operation) + "(" + std::to_string(link.number) +
-                                      more + ")");
+  FakeHost::Current().RecordCall(std::string(operation) + "(" + std::to_string(link.number) + more +
+                                 ")");
 }
 
 ChannelLink* Create() noexcept {
