@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "module/shaders/generators/noise_2d.h"
-#include "module/shaders/generators/noise_2d_dialog.h"
+#include "module/shell/block.h"
 #include "tests/support/fake_host.h"
 
 namespace sorvanix::test {
