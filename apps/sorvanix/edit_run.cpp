@@ -141,7 +141,8 @@ host::MaterialPlaces PlacesFor(const EditOptions& options) {
 
 tl::expected<Edited, Failure> RunEdit(const EditOptions& options,
                                       const std::filesystem::path& modulePath,
-                                      const host::ShaderCatalogue& catalogue) {
+                                      const host::ShaderCatalogue& catalogue,
+                                      const std::atomic<bool>& cancelled) {
   const std::filesystem::path file = host::PathFromUtf8(options.material);
   const MaterialInput input = LoadMaterial(file, catalogue, options.imageFolders);
   if (input.code != ExitCode::Done) return tl::unexpected(Failure{input.code, input.error});
@@ -157,6 +158,7 @@ tl::expected<Edited, Failure> RunEdit(const EditOptions& options,
   auto shader = host::ImportShader(*module, material, ChannelColour);
   if (!shader) return tl::unexpected(Failure{ExitCode::NoModule, shader.error()});
   host::HeadlessDialogs dialogs(std::move(script->events), catalogue, PlacesFor(options));
+  dialogs.CancelBy(cancelled);
   const auto played = Play(*shader, dialogs, options.material, *script, messages);
   if (!played) return tl::unexpected(played.error());
 

@@ -1,6 +1,7 @@
 // One edit: a material, the dialog of its shader, and a list of events in place of the user.
 #pragma once
 
+#include <atomic>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -33,9 +34,11 @@ struct Edited {
   std::vector<std::string> warnings;  // of the material and the module, one line each
 };
 
-/// Plays the events; nothing is written. A failure of an expectation is no error here.
+/// Plays the events; nothing is written. A failed expectation is no error here; a raised flag is
+/// one, before the next event.
 tl::expected<Edited, Failure> RunEdit(const EditOptions& options,
                                       const std::filesystem::path& module,
-                                      const host::ShaderCatalogue& catalogue);
+                                      const host::ShaderCatalogue& catalogue,
+                                      const std::atomic<bool>& cancelled);
 
 }  // namespace sorvanix::cli

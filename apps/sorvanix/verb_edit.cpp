@@ -98,9 +98,9 @@ ExitCode Edit(const EditOptions& options) {
   const auto modulePath = FindModule(options.module);
   const auto catalogue = modulePath.and_then(LoadCatalogue);
   if (!catalogue) return fail(ExitCode::NoModule, catalogue.error());
-  const auto edited = RunEdit(options, *modulePath, *catalogue);
-  if (!edited) return fail(edited.error().code, edited.error().message);
+  const auto edited = RunEdit(options, *modulePath, *catalogue, cancelled);
   if (cancelled) return ExitCode::Cancelled;
+  if (!edited) return fail(edited.error().code, edited.error().message);
   if (!options.quiet) {
     for (const std::string& warning : edited->warnings) Warn(warning);
   }

@@ -30,6 +30,7 @@ void HeadlessDialogs::RunModal(Dialog& dialog, std::int32_t, std::int32_t) {
   NoteShown(dialog);
   DrawWaiting();
   while (!dialog.IsClosed()) {
+    if (cancelled_ != nullptr && *cancelled_) FailAtEnd("cancelled");
     if (!error_ && next_ == events_.size()) {
       FailAtEnd(
           fmt::format("the list ends while the dialog \"{}\" is open: \"ok\" or \"cancel\" is "

@@ -1,6 +1,7 @@
 // Dialogs without windows: a list of events takes the place of the user.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -49,6 +50,9 @@ class HeadlessDialogs final : public DialogService {
   bool ShowsPictures() const noexcept override { return true; }
   void GadgetChanged(Dialog& dialog, const Gadget& gadget) override;
 
+  /// From now on all dialogs are cancelled before the next event once the flag is raised.
+  void CancelBy(const std::atomic<bool>& flag) noexcept { cancelled_ = &flag; }
+
   /// To be called once the outermost dialog has been: events that are left over are an error.
   void Finish();
 
@@ -75,6 +79,7 @@ class HeadlessDialogs final : public DialogService {
   std::vector<DialogEvent> events_;
   const ShaderCatalogue& catalogue_;
   MaterialPlaces places_;
+  const std::atomic<bool>* cancelled_ = nullptr;
   std::size_t next_ = 0;
   bool wasOpened_ = false;
   const DialogEvent* waitingColour_ = nullptr;  // an answer given before it was asked for

@@ -2,10 +2,12 @@
 import json
 import os
 import pathlib
+import signal
+import time
 import unittest
 
-from program import (DONE, FILE_TROUBLE, INVALID_INPUT, NO_MODULE, RESOURCES, SOME_FAILED, USAGE,
-                     ProgramTest)
+from program import (CANCELLED, DONE, FILE_TROUBLE, INVALID_INPUT, NO_MODULE, RESOURCES,
+                     SOME_FAILED, USAGE, ProgramTest)
 
 EXAMPLES = pathlib.Path(__file__).resolve().parents[2] / "examples" / "edits"
 
@@ -181,6 +183,19 @@ class Expectations(EditTest):
         self.assertEqual(self.files(), ["a.png", "events.json", "m.json"])
 
 
+class Cancelling(EditTest):
+    def test_ctrl_c_ends_a_long_list_and_writes_nothing(self):
+        self.material()
+        self.write("events.json", [set_to(SPEED, i % 7) for i in range(200000)] + ["ok"])
+        process = self.start("edit", "m.json", "--script", "events.json", "-o", "out.json")
+        time.sleep(0.5)
+        process.send_signal(signal.SIGINT)
+        process.communicate()
+        # A signal before the program looks for signals ends it as it does any program.
+        self.assertIn(process.returncode, (CANCELLED, -signal.SIGINT))
+        self.assertEqual(self.files(), ["events.json", "m.json"])
+
+
 class Report(EditTest):
     def test_json_tells_every_change(self):
         report = json.loads(self.edit([set_to(CONTRAST, 40), "ok"], "--json")[0])
@@ -206,7 +221,7 @@ class Mistakes(EditTest):
                 ([set_to(1, 1), "ok"], "/0: the dialog \"2D Noise\" has no gadget 1"),
                 ([set_to(2**31, 1), "ok"], "/0/set: expected a whole number"),
                 ([set_to(SPEED, "fast"), "ok"], "/0/value: expected a number, found a text"),
-                ([set_to(TYPE, "Cell Egde"), "ok"], "did you mean \"Cell Edge\"?"),
+                ([set_to(TYPE, "Cell Edg"), "ok"], "did you mean \"Cell Edge\"?"),
                 ([set_to(19040, True), "ok"], "/0/set: gadget 19040 is disabled"),
                 (["ok", "ok"], "/1: the dialog is closed already"),
                 ([{"save": "a.png", "area": SPEED}, "ok"], "no user area 19006"),

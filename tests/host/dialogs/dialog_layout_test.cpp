@@ -100,8 +100,8 @@ INSTANTIATE_TEST_SUITE_P(
         WrongLayout{R"({"kind": "real", "id": 0})", "/layout/id: expected a whole number of 1"},
         WrongLayout{R"({"kind": "real", "id": 1.5})", "/layout/id: expected a whole number"},
         WrongLayout{R"({"kind": "real", "id": 1e300})", "/layout/id: expected a whole number"},
-        WrongLayout{R"({"kind": "real", "id": 1, "lable": ""})",
-                    R"(/layout/lable: unknown name "lable"; did you mean "label"?)"},
+        WrongLayout{R"({"kind": "real", "id": 1, "labe": ""})",
+                    R"(/layout/labe: unknown name "labe"; did you mean "label"?)"},
         WrongLayout{R"({"kind": "real", "id": 1, "entries": []})", "/layout/entries: unknown name"},
         WrongLayout{R"({"kind": "choice", "id": 1})", "/layout: \"entries\" is missing"},
         WrongLayout{

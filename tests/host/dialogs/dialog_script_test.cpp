@@ -81,7 +81,7 @@ INSTANTIATE_TEST_SUITE_P(
         WrongScript{R"([{"set": 5}])", "/0: \"value\" is missing"},
         WrongScript{R"([{"set": "5", "value": 1}])", "/0/set: expected a whole number"},
         WrongScript{R"([{"set": 1e99, "value": 1}])", "/0/set: expected a whole number"},
-        WrongScript{R"([{"set": 5, "valeu": 1}])", "/0/valeu: unknown name \"valeu\""},
+        WrongScript{R"([{"set": 5, "valu": 1}])", "/0/valu: unknown name \"valu\""},
         WrongScript{R"([{"key": "r"}])", "/0/key: expected a key's code or a capital letter"},
         WrongScript{R"([{"key": 1, "qualifier": true}])", "/0/qualifier: expected a whole number"},
         WrongScript{R"([{"mouse": "press", "area": 1}])", "/0/mouse: unknown action of the mouse"},

@@ -224,6 +224,21 @@ TEST_F(Headless, WithoutAServiceADialogCannotBeOpened) {
   EXPECT_TRUE(listener_.received.empty());
 }
 
+TEST_F(Headless, ARaisedFlagCancelsBeforeTheNextEvent) {
+  HeadlessDialogs& session =
+      Script(R"([{"set": 101, "value": 1}, {"set": 102, "value": 1}, "ok"])");
+  std::atomic<bool> flag = false;
+  session.CancelBy(flag);
+  listener_.answer = [&](std::int32_t, const Container&, Container&) {
+    flag = true;
+    return 1;
+  };
+  const OwnedDialog dialog = Create(listener_);
+  EXPECT_EQ(Forms().open(dialog.get(), -1, -1), 0);
+  EXPECT_EQ(listener_.received.size(), 1u);
+  EXPECT_EQ(session.Error()->message, "cancelled");
+}
+
 TEST_F(Headless, AnUnknownDialogIsNotLoaded) {
   Script("[]");
   OwnedDialog dialog(Forms().create(nullptr, nullptr), FreeDialog{&Forms()});
