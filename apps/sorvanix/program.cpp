@@ -23,10 +23,12 @@ namespace {
 constexpr Verb kVerbs[] = {
     {"list", "Lists the shaders", DeclareList},
     {"describe", "Describes a shader and its parameters", DeclareDescribe},
-    {"validate", "Checks material files", DeclareValidate},
+    {"validate", "Checks material and scene files", DeclareValidate},
     {"schema", "Prints the JSON Schema of material files", DeclareSchema},
     {"bake", "Bakes materials into images", DeclareBake},
     {"render", "Renders a scene into an image", DeclareRender},
+    {"convert", "Writes a scene as JSON or in its binary form", DeclareConvert},
+    {"upgrade", "Rewrites scene files in today's form", DeclareUpgrade},
     {"info", "Tells what an image holds and how it was made", DeclareInfo},
 };
 
