@@ -3,6 +3,7 @@
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
+#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <new>
@@ -93,6 +94,10 @@ ExitCode Run(int argumentCount, char** arguments) {
 }  // namespace
 
 int RunProgram(int argumentCount, char** arguments) {
+#ifdef SIGXFSZ
+  // Beyond a limit on file sizes a write fails with an error, as on a full disk.
+  std::signal(SIGXFSZ, SIG_IGN);
+#endif
   ExitCode code = ExitCode::Usage;
   try {
     code = Run(argumentCount, arguments);
