@@ -152,6 +152,7 @@ void BakeRun::Succeed(const std::string& materialFile, const PlannedPicture& out
   tally_.Succeed();
   const std::string name = host::Utf8FromPath(output.file);
   if (!options_.picture.quiet && !options_.picture.json) Print(name + '\n');
+  if (!options_.picture.json) return;  // a row for nobody would only fill memory
   Json::Object entry = {{"material", Json(materialFile)},
                         {"output", Json(name)},
                         {"width", host::JsonOf(options_.Width())},
@@ -168,6 +169,7 @@ void BakeRun::Fail(const std::string& materialFile, const Failure& failure) {
   progress_.End();
   tally_.Fail(failure.code);
   Complain(failure.message);
+  if (!options_.picture.json) return;
   report_.push_back(
       Json(Json::Object{{"material", Json(materialFile)}, {"error", Json(failure.message)}}));
 }

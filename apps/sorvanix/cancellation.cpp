@@ -14,8 +14,6 @@ void Cancel(int) { cancelled.store(true, std::memory_order_relaxed); }
 }  // namespace
 
 const std::atomic<bool>& WatchSignals() {
-  // Beyond a limit on file sizes a write fails with an error, as on a full disk.
-  std::signal(SIGXFSZ, SIG_IGN);
   struct sigaction action = {};
   action.sa_handler = Cancel;
   // The handler goes with its first use, so that the next signal does what it always did.

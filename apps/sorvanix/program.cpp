@@ -3,6 +3,7 @@
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
+#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <new>
@@ -23,11 +24,13 @@ namespace {
 constexpr Verb kVerbs[] = {
     {"list", "Lists the shaders", DeclareList},
     {"describe", "Describes a shader and its parameters", DeclareDescribe},
-    {"validate", "Checks material files", DeclareValidate},
+    {"validate", "Checks material and scene files", DeclareValidate},
     {"schema", "Prints the JSON Schema of material files", DeclareSchema},
     {"bake", "Bakes materials into images", DeclareBake},
     {"render", "Renders a scene into an image", DeclareRender},
     {"edit", "Plays a list of events in a shader's dialog", DeclareEdit},
+    {"convert", "Writes a scene as JSON or in its binary form", DeclareConvert},
+    {"upgrade", "Rewrites scene files in today's form", DeclareUpgrade},
     {"info", "Tells what an image holds and how it was made", DeclareInfo},
 };
 
@@ -92,6 +95,10 @@ ExitCode Run(int argumentCount, char** arguments) {
 }  // namespace
 
 int RunProgram(int argumentCount, char** arguments) {
+#ifdef SIGXFSZ
+  // Beyond a limit on file sizes a write fails with an error, as on a full disk.
+  std::signal(SIGXFSZ, SIG_IGN);
+#endif
   ExitCode code = ExitCode::Usage;
   try {
     code = Run(argumentCount, arguments);

@@ -23,12 +23,14 @@ struct Verb {
 };
 
 VerbAction DeclareBake(CLI::App& app);
+VerbAction DeclareConvert(CLI::App& app);
 VerbAction DeclareDescribe(CLI::App& app);
 VerbAction DeclareEdit(CLI::App& app);
 VerbAction DeclareInfo(CLI::App& app);
 VerbAction DeclareList(CLI::App& app);
 VerbAction DeclareRender(CLI::App& app);
 VerbAction DeclareSchema(CLI::App& app);
+VerbAction DeclareUpgrade(CLI::App& app);
 VerbAction DeclareValidate(CLI::App& app);
 
 }  // namespace sorvanix::cli

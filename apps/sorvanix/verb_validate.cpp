@@ -1,4 +1,4 @@
-// sorvanix validate: checks material files and tells every problem.
+// sorvanix validate: checks material and scene files and tells every problem.
 #include <fmt/format.h>
 
 #include <CLI/App.hpp>
@@ -7,7 +7,9 @@
 #include "apps/sorvanix/failure_tally.h"
 #include "apps/sorvanix/material_input.h"
 #include "apps/sorvanix/module_place.h"
+#include "apps/sorvanix/problem_report.h"
 #include "apps/sorvanix/report.h"
+#include "apps/sorvanix/scene_input.h"
 #include "apps/sorvanix/verb.h"
 #include "host/services/filenames.h"
 #include "host/services/json.h"
@@ -27,6 +29,14 @@ struct ValidateOptions {
   bool quiet = false;
 };
 
+// What was found in one file, a material or a scene.
+struct CheckedFile {
+  ExitCode code;
+  std::string error;  // one line; it stands for itself where there are no problems
+  std::vector<MaterialProblem> problems;
+  host::UntoldProblems untold;
+};
+
 Json Number(std::size_t value) { return Json(static_cast<std::int64_t>(value)); }
 
 Json AsJson(const MaterialProblem& problem) {
@@ -40,40 +50,39 @@ Json AsJson(const MaterialProblem& problem) {
   return Json(std::move(entry));
 }
 
-Json AsJson(const std::string& file, const MaterialInput& input) {
+Json AsJson(const std::string& file, const CheckedFile& input) {
   Json::Array problems;
-  for (const MaterialProblem& problem : input.reading.problems) {
-    problems.push_back(AsJson(problem));
-  }
+  for (const MaterialProblem& problem : input.problems) problems.push_back(AsJson(problem));
   Json::Object entry = {{"file", Json(file)},
                         {"valid", Json(input.code == ExitCode::Done)},
                         {"problems", Json(std::move(problems))}};
-  const host::UntoldProblems& untold = input.reading.untold;
+  const host::UntoldProblems& untold = input.untold;
   if (untold.errors + untold.warnings > 0) {
     entry.push_back({"untold", Number(untold.errors + untold.warnings)});
   }
-  if (input.code == ExitCode::FileTrouble) entry.push_back({"error", Json(input.error)});
+  if (!input.error.empty() && input.problems.empty()) entry.push_back({"error", Json(input.error)});
   return Json(std::move(entry));
 }
 
-void Tell(const ValidateOptions& options, const std::string& file, const MaterialInput& input) {
-  if (input.code == ExitCode::FileTrouble) Complain(input.error);
-  for (const MaterialProblem& problem : input.reading.problems) {
-    const std::string line = Describe(host::PathFromUtf8(file), problem);
-    if (problem.isError) {
-      Complain(line);
-    } else if (!options.quiet) {
-      Warn(line);
-    }
-  }
-  const host::UntoldProblems& untold = input.reading.untold;
-  if (untold.errors > 0) Complain(fmt::format("{}: ... and {} more", file, untold.errors));
-  if (untold.warnings > 0 && !options.quiet) {
-    Warn(fmt::format("{}: ... and {} more", file, untold.warnings));
-  }
+void Tell(const ValidateOptions& options, const std::string& file, const CheckedFile& input) {
+  if (!input.error.empty() && input.problems.empty()) Complain(input.error);
+  TellProblems(file, input.problems, input.untold, options.quiet);
   if (input.code == ExitCode::Done && !options.quiet && !options.json) {
     Print(fmt::format("{}: ok\n", file));
   }
+}
+
+CheckedFile Check(const std::string& name, const host::ShaderCatalogue& catalogue,
+                  const ValidateOptions& options) {
+  const std::filesystem::path file = host::PathFromUtf8(name);
+  if (IsSceneFile(file)) {
+    SceneInput input = LoadSceneInput(file, catalogue, options.imageFolders);
+    return {input.code, std::move(input.error), std::move(input.reading.problems),
+            input.reading.untold};
+  }
+  MaterialInput input = LoadMaterial(file, catalogue, options.imageFolders);
+  return {input.code, std::move(input.error), std::move(input.reading.problems),
+          input.reading.untold};
 }
 
 ExitCode Validate(const ValidateOptions& options) {
@@ -85,8 +94,7 @@ ExitCode Validate(const ValidateOptions& options) {
   FailureTally tally;
   Json::Array report;
   for (const std::string& file : options.files) {
-    const MaterialInput input =
-        LoadMaterial(host::PathFromUtf8(file), *catalogue, options.imageFolders);
+    const CheckedFile input = Check(file, *catalogue, options);
     Tell(options, file, input);
     report.push_back(AsJson(file, input));
     if (input.code == ExitCode::Done) {
@@ -103,7 +111,8 @@ ExitCode Validate(const ValidateOptions& options) {
 
 VerbAction DeclareValidate(CLI::App& app) {
   const auto options = std::make_shared<ValidateOptions>();
-  app.add_option("files", options->files, "Material files")->required();
+  app.add_option("files", options->files, "Material files, and scene files in either form")
+      ->required();
   app.add_flag("--json", options->json, "Print a JSON array with each file's problems");
   app.add_flag("--quiet", options->quiet, "Tell errors only");
   AddImagesOption(app, options->imageFolders);

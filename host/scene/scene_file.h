@@ -42,14 +42,17 @@ struct SceneReading {
 SceneReading ReadScene(std::string_view text, const std::filesystem::path& file,
                        const SceneReadingOptions& options = {});
 
-/// The same for a file; one that cannot be read is a problem without a place.
+/// The same for a file, in either form of document_file.h; one that cannot be read is a problem
+/// without a place. Places in a binary document are those in its JSON text.
 SceneReading LoadScene(const std::filesystem::path& file, const SceneReadingOptions& options = {});
 
-/// The scene as the text of a file, always in the same way: what has its initial value is left out.
-/// Names of files stay as they were read.
+/// The scene as a document, always in the same way: what has its initial value is left out. Names
+/// of files stay as they were read.
+Json SceneJson(const Scene& scene);
 std::string SceneText(const Scene& scene);
 
-/// Writes that text; the file appears whole or not at all. The error is one line.
+/// Writes it, in the form that the file's name says; the file appears whole or not at all. The
+/// error is one line.
 tl::expected<void, std::string> SaveScene(const Scene& scene, const std::filesystem::path& file);
 
 }  // namespace sorvanix::host

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "host/channels/material_value.h"
+#include "host/scene/document_file.h"
 
 namespace sorvanix::host {
 namespace {
@@ -184,7 +185,7 @@ SceneReading ReadScene(std::string_view text, const std::filesystem::path& file,
 }
 
 SceneReading LoadScene(const std::filesystem::path& file, const SceneReadingOptions& options) {
-  const auto text = ReadMaterialText(file);
+  const auto text = ReadDocument(file);
   if (text) return ReadScene(*text, file, options);
   SceneReading reading;
   reading.problems.push_back({.file = {}, .pointer = {}, .position = {}, .message = text.error()});

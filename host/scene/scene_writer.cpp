@@ -1,13 +1,8 @@
 // The part of scene files that writes them.
-#include <fmt/format.h>
-
-#include <fstream>
-
-#include "host/bake/temporary_file.h"
+#include "host/scene/document_file.h"
 #include "host/scene/scene_fields.h"
 #include "host/scene/scene_file.h"
 #include "host/scene/scene_format.h"
-#include "host/services/filenames.h"
 #include "host/services/json_numbers.h"
 
 namespace sorvanix::host {
@@ -101,7 +96,7 @@ Json WriteObject(const Object& object, const Scene& scene) {
 
 }  // namespace
 
-std::string SceneText(const Scene& scene) {
+Json SceneJson(const Scene& scene) {
   Json::Object members = {{"format", Json(std::string(kSceneFormat))},
                           {"version", Json(scene.version)}};
   WriteFields(scene, Scene(), FieldsOfScenes(), members);
@@ -115,18 +110,13 @@ std::string SceneText(const Scene& scene) {
   members.push_back({"materials", Json(std::move(materials))});
   members.push_back({"objects", Json(std::move(objects))});
   PutBack(scene.kept, members);
-  return WriteJson(Json(std::move(members))) + '\n';
+  return Json(std::move(members));
 }
 
+std::string SceneText(const Scene& scene) { return WriteJson(SceneJson(scene)) + '\n'; }
+
 tl::expected<void, std::string> SaveScene(const Scene& scene, const std::filesystem::path& file) {
-  const std::string text = SceneText(scene);
-  auto temporary = TemporaryFile::Create(file);
-  if (!temporary) return tl::unexpected(temporary.error());
-  std::ofstream stream(temporary->Path(), std::ios::binary);
-  stream << text;
-  stream.close();
-  if (!stream) return tl::unexpected(fmt::format("{}: cannot be written", Utf8FromPath(file)));
-  return temporary->Commit();
+  return WriteDocument(SceneJson(scene), file);
 }
 
 }  // namespace sorvanix::host
