@@ -94,12 +94,15 @@ void Dialog::ChangeLink(const Gadget& gadget) {
   Send(gadget.id, Container(gadget.id));
 }
 
-void Dialog::PressKey(std::int32_t code, std::int32_t qualifier) {
+bool Dialog::PressKey(std::int32_t code, std::int32_t qualifier) {
   Container message(DialogKey);
   message.Set(InputDevice, Word{DialogKey});
   message.Set(InputChannel, Word{code});
   message.Set(InputQualifier, Word{qualifier});
-  if (Send(DialogKey, message) == 0 && code == KeyEscape) Close(false);
+  if (Send(DialogKey, message) != 0) return true;
+  if (code != KeyEscape) return false;
+  Close(false);
+  return true;
 }
 
 UserArea* Dialog::Attach(std::int32_t id, DialogMessageFunction handler, void* context) {

@@ -50,8 +50,9 @@ class Dialog : public Handled<Dialog, HostDialog> {
   void Set(Gadget& gadget, GadgetValue value, bool dragging = false);
   /// What a link shows was changed.
   void ChangeLink(const Gadget& gadget);
-  /// A key that the module leaves to the host: Escape cancels, others do nothing.
-  void PressKey(std::int32_t code, std::int32_t qualifier);
+  /// A key that the module leaves to the host: Escape cancels, others do nothing. Whether anything
+  /// came of it.
+  bool PressKey(std::int32_t code, std::int32_t qualifier);
 
   // What the module does.
   UserArea* Attach(std::int32_t id, DialogMessageFunction handler, void* context);

@@ -27,9 +27,10 @@ class LayoutReader {
   tl::expected<DialogLayout, JsonError> Read(const Json& json) {
     const JsonPlace place = {&json, {}};
     DialogLayout layout;
-    if (walk_.HasOnly(place, {"id", "title", "layout"})) {
+    if (walk_.HasOnly(place, {"id", "title", "ownButtons", "layout"})) {
       layout.id = walk_.IntegerUnder(place, "id", 1);
       layout.title = walk_.TextUnder(place, "title");
+      if (const auto own = walk_.Find(place, "ownButtons")) layout.ownButtons = walk_.Truth(*own);
       if (const auto root = walk_.Require(place, "layout")) layout.root = ReadElement(*root);
     }
     if (walk_.Failed()) return tl::unexpected(walk_.Error());

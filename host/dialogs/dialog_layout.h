@@ -66,6 +66,7 @@ struct LayoutElement {
 struct DialogLayout {
   std::int32_t id = 0;
   std::string title;
+  bool ownButtons = false;  ///< it needs no buttons to confirm and to cancel it
   LayoutElement root;
 };
 

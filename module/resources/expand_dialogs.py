@@ -246,7 +246,7 @@ class Expander:
 def expand(source, shaders):
     """The dialog of a layout, given the shaders by name."""
     Expander.check_members(source, "", {"id", "layout"},
-                           {"shader", "title", "titleArea", "templates"})
+                           {"shader", "title", "titleArea", "templates", "ownButtons"})
     shader = None
     if "shader" in source:
         if source["shader"] not in shaders:
@@ -259,7 +259,8 @@ def expand(source, shaders):
                  **TITLE_SIZE}
         layout = {"kind": "column", "children": [strip, layout]}
     title = shader["title"].removeprefix("sorvaNIX ") if shader else source["title"]
-    return {"id": source["id"], "title": title, "layout": layout}
+    own = {"ownButtons": True} if source.get("ownButtons") else {}
+    return {"id": source["id"], "title": title, **own, "layout": layout}
 
 
 def main():
