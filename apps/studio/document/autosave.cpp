@@ -1,0 +1,79 @@
+#include "apps/studio/document/autosave.h"
+
+#include <QDir>
+#include <QUuid>
+#include <chrono>
+
+#include "apps/studio/document/write_file.h"
+#include "host/services/filenames.h"
+#include "host/services/text_file.h"
+
+namespace sorvanix::studio {
+
+namespace {
+
+// Soon enough that little is lost, late enough that typing is not followed by writing.
+constexpr std::chrono::milliseconds kDelay{1500};
+
+std::filesystem::path PathOf(const QString& name) { return host::PathFromUtf8(name.toStdString()); }
+
+QString LockOf(const QString& file) { return file + ".lock"; }
+
+std::optional<Rescued> Read(const QString& file) {
+  const auto text = host::ReadTextFile(PathOf(file));
+  const auto json = text ? host::ParseJson(*text) : tl::unexpected(host::JsonError{});
+  const Json* scene = json ? json->Find("scene") : nullptr;
+  if (scene == nullptr) return std::nullopt;
+  return Rescued{host::WriteJson(*scene) + '\n', host::PathFromUtf8(TextMember(*json, "file"))};
+}
+
+}  // namespace
+
+Autosave::Autosave(Document& document, const QString& folder)
+    : document_(document),
+      file_(QDir(folder).filePath(
+          QString("autosave-%1.json").arg(QUuid::createUuid().toString(QUuid::WithoutBraces)))),
+      lock_(LockOf(file_)) {
+  QDir().mkpath(folder);
+  lock_.setStaleLockTime(0);  // a lock is stale when its process is gone, however old it is
+  lock_.lock();
+  timer_.setSingleShot(true);
+  timer_.setInterval(kDelay);
+  connect(&timer_, &QTimer::timeout, this, &Autosave::Flush);
+  connect(&document_, &Document::MaterialChanged, this, &Autosave::Schedule);
+  connect(&document_, &Document::SceneChanged, this, &Autosave::Schedule);
+  connect(&document_, &Document::FileChanged, this, &Autosave::Schedule);
+}
+
+Autosave::~Autosave() { QFile::remove(file_); }
+
+void Autosave::Schedule() { timer_.start(); }
+
+void Autosave::Flush() {
+  timer_.stop();
+  if (!document_.IsModified()) {
+    QFile::remove(file_);
+    return;
+  }
+  const Json::Object rescued = {{"file", Json(host::Utf8FromPath(document_.File()))},
+                                {"scene", document_.Scene()}};
+  // A full disk must not disturb the work; saving tells about it.
+  [[maybe_unused]] const auto written = WriteFile(PathOf(file_), host::WriteJson(Json(rescued)));
+}
+
+std::optional<Rescued> Autosave::TakeRescued(const QString& folder) {
+  const QFileInfoList files =
+      QDir(folder).entryInfoList({"autosave-*.json"}, QDir::Files, QDir::Time);
+  for (const QFileInfo& info : files) {
+    const QString file = info.filePath();
+    QLockFile lock(LockOf(file));
+    lock.setStaleLockTime(0);
+    if (!lock.tryLock(0)) continue;  // of a studio that runs
+    auto rescued = Read(file);
+    QFile::remove(file);
+    if (rescued) return rescued;
+  }
+  return std::nullopt;
+}
+
+}  // namespace sorvanix::studio
