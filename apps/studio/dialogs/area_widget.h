@@ -1,0 +1,53 @@
+// A user area in a window: shows what the module painted, and tells it of the mouse.
+#pragma once
+
+#include <QEventLoop>
+#include <QTimer>
+#include <QWidget>
+#include <optional>
+
+#include "host/dialogs/dialog.h"
+
+namespace sorvanix::studio {
+
+class AreaWidget : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// The area must outlive it. One that spans takes all the width there is; the others keep the
+  /// size that they asked for.
+  AreaWidget(host::UserArea& area, bool spans);
+
+  void FollowTimer();
+  /// Waits for the mouse's next move while its button is held; nothing when it was released.
+  std::optional<host::MousePlace> Poll();
+  /// Whether the button is down.
+  bool IsHeld() const { return held_; }
+
+  QSize sizeHint() const override { return asked_; }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+
+ private:
+  void Press(const QMouseEvent& event, bool isDouble);
+  void MoveTo(const host::MousePlace& place);
+  void WakePoll();
+
+  host::UserArea& area_;
+  QSize asked_;
+  QTimer timer_;
+  bool held_ = false;
+  host::MousePlace last_;
+  std::optional<host::MousePlace> moved_;  // since the last poll
+  QEventLoop* polling_ = nullptr;
+};
+
+}  // namespace sorvanix::studio
