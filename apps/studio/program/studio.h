@@ -1,0 +1,10 @@
+// The program as a function: options, the window, recovery, scripts.
+#pragma once
+
+namespace sorvanix::studio {
+
+/// Answers the exit code: 0 done, 1 wrong options, 3 an invalid file or a script that failed, 4 the
+/// module could not be loaded.
+int RunStudio(int argumentCount, char** arguments);
+
+}  // namespace sorvanix::studio
