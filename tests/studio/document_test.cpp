@@ -134,7 +134,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         BadFile{"{", ":1:2", "expected"}, BadFile{"[]", ":1:1", "expected"},
         BadFile{"{}", ":1:1", "\"format\" must be \"sorvanix-scene\""},
-        BadFile{"{\"format\":\"sorvanix-scene\",\n \"version\":2}", ":2:12: /version",
+        BadFile{"{\"format\":\"sorvanix-scene\",\n \"version\":0}", ":2:12: /version",
                 "\"version\" must be 1"},
         BadFile{"{\"format\":\"sorvanix-scene\",\"version\":1,\n\"camera\":{\"width\":\"wide\"}}",
                 ":2:19: /camera/width", "expected"},

@@ -164,7 +164,7 @@ TEST_F(WindowTest, ClosingAsksBeforeChangesAreLost) {
 TEST_F(WindowTest, ClosingWithoutChangesAsksNothing) { EXPECT_TRUE(window_.close()); }
 
 TEST_F(WindowTest, ABadFileIsToldInABox) {
-  WriteAll(Folder() / "bad.json", R"({"format":"sorvanix-scene","version":7})");
+  WriteAll(Folder() / "bad.json", R"({"format":"sorvanix-scene","version":0})");
   QString told;
   QTimer::singleShot(0, [&told] {
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
