@@ -71,6 +71,11 @@ class HeaderReader {
     PlyElement element;
     if (words.size() != 3) return "an element needs a name and a count";
     element.name = words[1];
+    // A second list of vertices could have other properties, and its points no normals.
+    const bool isKnown =
+        std::any_of(header.elements.begin(), header.elements.end(),
+                    [&](const PlyElement& other) { return other.name == element.name; });
+    if (isKnown) return fmt::format("the element \"{}\" is declared twice", element.name);
     const std::string_view count = words[2];
     const auto [end, error] =
         std::from_chars(count.data(), count.data() + count.size(), element.count);

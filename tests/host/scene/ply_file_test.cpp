@@ -141,6 +141,15 @@ TEST(Ply, RefusesHeadersThatAreNone) {
   EXPECT_EQ(Error(Header("sphere\n")), "line 3: unknown header line \"sphere\"");
 }
 
+// Found by fuzzing: the points of the first list had no texture coordinates, those of the second
+// did.
+TEST(Ply, RefusesAnElementThatIsDeclaredTwice) {
+  EXPECT_EQ(Error(Header("element vertex 1\n" + kVertex + "element vertex 2\n" + kVertex +
+                         "property float s\nproperty float t\nelement face 1\n" + kFace) +
+                  "0 0 0\n1 0 0 0 0\n0 1 0 0 1\n3 0 1 2\n"),
+            "line 7: the element \"vertex\" is declared twice");
+}
+
 TEST(Ply, RefusesCountsBeyondTheFile) {
   for (const char* count : {"1000", "4000000000", "18446744073709551615"}) {
     const std::string vertices = std::string("element vertex ") + count + "\n" + kVertex;
