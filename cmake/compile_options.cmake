@@ -36,8 +36,12 @@ if(SORVANIX_FUZZERS)
 endif()
 
 # Faster builds where the tools are there; nothing depends on them.
-find_program(SORVANIX_CCACHE ccache)
-if(SORVANIX_CCACHE)
-  set(CMAKE_C_COMPILER_LAUNCHER ${SORVANIX_CCACHE})
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${SORVANIX_CCACHE})
+find_program(SORVANIX_CCACHE_PROGRAM ccache)
+if(SORVANIX_CCACHE_PROGRAM)
+  # It takes what uses precompiled headers only when told that they define nothing of the moment.
+  set(ccache ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros
+    ${SORVANIX_CCACHE_PROGRAM})
+  set(CMAKE_C_COMPILER_LAUNCHER ${ccache})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${ccache})
+  add_compile_options($<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fpch-preprocess>)
 endif()

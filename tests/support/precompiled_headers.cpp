@@ -1,0 +1,1 @@
+// A library must have a source: the headers that the tests share are listed in the build.
