@@ -182,6 +182,7 @@ class SceneMaterial {
 inline std::int32_t hostRenderDocument(HostDocument* document, HostBitmap* bitmap,
                                        const HostContainer* settings, HostThread* thread) noexcept {
   constexpr std::int32_t kNotRendered = 1;
+  if (bitmap == nullptr || settings == nullptr) return kNotRendered;
   return hostCallOn(hostApi.document, &DocumentTable::render, kNotRendered, document, bitmap,
                     settings, thread);
 }

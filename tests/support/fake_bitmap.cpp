@@ -14,7 +14,7 @@ bool IsOwn(const HostBitmap* bitmap) {
 
 HostBitmap* Create() noexcept {
   FakeHost& host = FakeHost::Current();
-  if (host.failBitmap > 0 && --host.failBitmap == 0) return nullptr;
+  if (IsDue(host.failBitmap)) return nullptr;
   auto* bitmap = new FakeBitmap;
   host.bitmaps.insert(bitmap);
   return bitmap->handle();
@@ -27,6 +27,7 @@ void Free(HostBitmap* bitmap) noexcept {
 
 std::int32_t Init(HostBitmap* bitmap, std::int32_t width, std::int32_t height,
                   std::int32_t depth) noexcept {
+  if (IsDue(FakeHost::Current().failBitmapInit)) return 0;
   FakeBitmap::Of(bitmap).depth = depth;
   return FakeBitmap::Of(bitmap).Make(width, height) ? 1 : 0;
 }
@@ -36,7 +37,7 @@ std::int32_t Load(HostBitmap* bitmap, const HostFilename* filename) noexcept {
   FakeHost& host = FakeHost::Current();
   host.picturesAsked.push_back(path);
   const auto found = host.pictures.find(path);
-  if (found == host.pictures.end()) return 0;
+  if (found == host.pictures.end() || IsDue(host.failPicture)) return 0;
   FakeBitmap::Of(bitmap).file = path;
   return FakeBitmap::Of(bitmap).Make(found->second.width, found->second.height) ? 1 : 0;
 }

@@ -30,7 +30,7 @@ FakeGadget& Setting(HostDialog* dialog, std::int32_t id, FakeGadget::Kind kind) 
 // --- forms ---
 
 HostDialog* Create(DialogMessageFunction handler, void* context) noexcept {
-  if (Service().failCreate) return nullptr;
+  if (IsDue(Service().failCreate)) return nullptr;
   ++Service().live;
   return (new FakeDialog(handler, context))->handle();
 }
@@ -42,7 +42,7 @@ void Free(HostDialog* dialog) noexcept {
 }
 
 std::int32_t Load(HostDialog* dialog, HostResources*, std::int32_t id) noexcept {
-  if (Service().failLoad) return 0;
+  if (IsDue(Service().failLoad)) return 0;
   Of(dialog).resource = id;
   return 1;
 }
@@ -63,6 +63,7 @@ std::int32_t Open(HostDialog* handle, std::int32_t x, std::int32_t y) noexcept {
 
 HostUserArea* AttachUserArea(HostDialog* dialog, std::int32_t id, DialogMessageFunction handler,
                              void* context) noexcept {
+  if (IsDue(Service().failAttach)) return nullptr;
   auto& area = Of(dialog).areas[id];
   area = std::make_unique<FakeArea>(Of(dialog), id, handler, context);
   const auto size = Service().areaSizes.find(id);
@@ -104,7 +105,7 @@ std::int32_t ChooseColour(Vector* colour) noexcept {
 HostThread* Start(void (*run)(void*, HostThread*) noexcept, void (*finished)(void*) noexcept,
                   void* context) noexcept {
   FakeDialogs& service = Service();
-  if (service.threads == FakeDialogs::Threads::None) return nullptr;
+  if (service.threads == FakeDialogs::Threads::None || IsDue(service.failThread)) return nullptr;
   auto* thread = new FakeThread{run, finished, context};
   ++service.threadsStarted;
   service.thread = thread;

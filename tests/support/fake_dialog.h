@@ -132,8 +132,11 @@ class FakeDialogs {
   /// Plays the user of the dialog with a layout of this id.
   std::map<std::int32_t, std::function<void(FakeDialog&)>> scripts;
   std::vector<std::int32_t> opened;  ///< ids of layouts, in order
-  bool failCreate = false;
-  bool failLoad = false;
+  // Each fails one call, as the counts of FakeHost do.
+  int failCreate = 0;
+  int failLoad = 0;
+  int failAttach = 0;
+  int failThread = 0;
   int live = 0;
   int freedWhileDrawing = 0;  ///< dialogs that went before the thread of their preview
 

@@ -20,7 +20,7 @@ FakeTextureTag& Of(const HostTag* tag) {
 HostDocument* Load(const HostFilename* filename) noexcept {
   const std::string path = FakeTextOf(reinterpret_cast<const HostString*>(filename));
   Service().asked.push_back(path);
-  if (Service().files.count(path) == 0) return nullptr;
+  if (Service().files.count(path) == 0 || IsDue(Service().failLoad)) return nullptr;
   ++Service().liveScenes;
   auto* scene = new FakeScene;
   scene->Add("Floor");
@@ -44,6 +44,7 @@ HostObject* FindObject(const HostDocument* document, const HostString* name) noe
 }
 
 HostMaterial* CreateMaterial(std::int32_t type) noexcept {
+  if (IsDue(Service().failMaterial)) return nullptr;
   ++Service().liveMaterials;
   auto* material = new FakeMaterial{type, {}, {}};
   Service().lastMaterial = material;
@@ -62,7 +63,7 @@ ChannelLink* ChannelOf(HostMaterial* material, std::int32_t channel) noexcept {
 }
 
 HostTag* MakeTag(HostObject* handle, std::int32_t type) noexcept {
-  if (type != TagTypeTexture) return nullptr;
+  if (type != TagTypeTexture || IsDue(Service().failTag)) return nullptr;
   const auto* object = reinterpret_cast<const FakeObject*>(handle);
   FakeTextureTag& tag = Service().textureTags[object];
   tag.object = object;
@@ -87,7 +88,7 @@ std::int32_t Render(HostDocument* document, HostBitmap* bitmap, const HostContai
   if (Service().onRender) Service().onRender(render, bitmap);
   render.material = nullptr;
   Service().renders.push_back(render);
-  return Service().renderAnswer;
+  return IsDue(Service().failRender) ? 1 : Service().renderAnswer;
 }
 
 }  // namespace

@@ -50,6 +50,11 @@ class FakeDocuments {
   std::set<std::string> files;
   std::string objectName = "Object";
   std::vector<std::string> asked;  ///< files that the module tried to load
+  // Each fails one call, as the counts of FakeHost do.
+  int failLoad = 0;
+  int failMaterial = 0;
+  int failTag = 0;
+  int failRender = 0;
   int liveScenes = 0;
   int liveMaterials = 0;
 

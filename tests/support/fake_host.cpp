@@ -120,7 +120,8 @@ struct FakeTables {
   static HostResources* OpenResources(const HostFilename* directory) noexcept {
     Record("openResources(" + Quoted(TextOf(directory)) + ")");
     FakeHost& host = FakeHost::Current();
-    return host.failResources ? nullptr : reinterpret_cast<HostResources*>(&host.texts);
+    const bool fails = host.failResources || IsDue(host.failResourcesOpen);
+    return fails ? nullptr : reinterpret_cast<HostResources*>(&host.texts);
   }
   static void CloseResources(HostResources*) noexcept { Record("closeResources"); }
   static HostString* LoadString(HostResources*, std::int32_t id, std::int32_t flag) noexcept {

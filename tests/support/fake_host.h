@@ -70,6 +70,10 @@ class FakeHost {
   int failRead = 0;            ///< a stream's next value cannot be had
   int failWrite = 0;           ///< a stream does not store the value
   int failPolygonise = 0;
+  int failResourcesOpen = 0;
+  int failBitmap = 0;      ///< creations
+  int failBitmapInit = 0;  ///< a bitmap cannot have its size
+  int failPicture = 0;     ///< a bitmap's file cannot be loaded
 
   std::vector<LinkRead> reads;  ///< of all links, in order
   bool recordReads = true;      ///< to be switched off where several threads read
@@ -82,7 +86,6 @@ class FakeHost {
   std::map<std::string, FakePicture> pictures;  ///< that can be loaded, by path
   std::vector<std::string> picturesAsked;
   std::set<FakeBitmap*> bitmaps;  ///< that the module made and did not free
-  int failBitmap = 0;             ///< 1 fails the next creation, 2 the one after, ...
 
   std::int32_t cpuCount = 1;
   /// Index that hostCpuIndex answers on the calling thread.

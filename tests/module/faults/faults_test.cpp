@@ -177,6 +177,7 @@ const Stage kStages[] = {
      [](Life& l) {
        return l.record.Compare == nullptr ? 1 : l.record.Compare(&l.sound.instance, &l.instance);
      }},
+    // Without scenes for previews, and nobody to confirm: edit_faults_test.cpp has both.
     {"Edit", 0, [](Life& l) { return l.record.Edit == nullptr ? 0 : l.record.Edit(&l.instance); }},
     {"InitRender", 0,
      [](Life& l) {
