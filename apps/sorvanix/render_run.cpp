@@ -209,6 +209,7 @@ void RenderRun::Succeed(const PlannedPicture& output, const std::string& hash) {
   tally_.Succeed();
   const std::string name = host::Utf8FromPath(output.file);
   if (!options_.picture.quiet && !options_.picture.json) Print(name + '\n');
+  if (!options_.picture.json) return;  // a row for nobody would only fill memory
   Json::Object entry = {{"scene", Json(options_.scene)},
                         {"output", Json(name)},
                         {"width", host::JsonOf(width_)},
@@ -224,6 +225,7 @@ void RenderRun::Fail(const Failure& failure) {
   progress_.End();
   tally_.Fail(failure.code);
   Complain(failure.message);
+  if (!options_.picture.json) return;
   report_.push_back(
       Json(Json::Object{{"scene", Json(options_.scene)}, {"error", Json(failure.message)}}));
 }

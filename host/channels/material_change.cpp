@@ -6,6 +6,7 @@
 #include <system_error>
 #include <utility>
 
+#include "host/channels/graph_spelling.h"
 #include "host/services/filenames.h"
 
 namespace sorvanix::host {
@@ -13,28 +14,6 @@ namespace sorvanix::host {
 namespace {
 
 namespace fs = std::filesystem;
-
-Ramp RampIn(const Container& parameters, const RampKeys& keys) {
-  const Word count = std::clamp<Word>(parameters.GetInt(keys.count), 0, keys.knots);
-  Ramp ramp;
-  for (std::int32_t i = 0; i < count; ++i) {
-    const std::int32_t offset = i * keys.stride;
-    ramp.push_back({.position = parameters.GetFloat(keys.position + offset),
-                    .colour = parameters.GetVector(keys.colour + offset),
-                    .bias = parameters.GetFloat(keys.bias + offset)});
-  }
-  return ramp;
-}
-
-// As material files name a file from a folder.
-std::string NameFrom(const fs::path& folder, const fs::path& file) {
-  std::error_code error;
-  const fs::path base = fs::weakly_canonical(folder.empty() ? fs::path(".") : folder, error);
-  const fs::path target = fs::weakly_canonical(file, error);
-  const fs::path relative = target.lexically_relative(base);
-  const std::u8string name = (relative.empty() ? target : relative).generic_u8string();
-  return std::string(name.begin(), name.end());
-}
 
 void SetMember(Json& object, const std::string& name, Json value) {
   auto& members = std::get<Json::Object>(object.value);
@@ -51,40 +30,6 @@ void RemoveMember(Json& object, const std::string& name) {
   std::erase_if(std::get<Json::Object>(object.value),
                 [&](const JsonMember& member) { return member.name == name; });
 }
-
-// Writes what links hold, as material files do.
-class LinkWriter {
- public:
-  LinkWriter(const ShaderCatalogue& catalogue, const fs::path& folder)
-      : catalogue_(catalogue), folder_(folder) {}
-
-  /// Null for an empty link, and for a shader that the catalogue does not know.
-  Json JsonOfLink(const Container* link) const {
-    if (link == nullptr || link->Find(KeyLinkPluginId) == nullptr) return Json();
-    const Word id = link->GetInt(KeyLinkPluginId);
-    if (const Filename* file = link->GetFilename(KeyLinkFilename); id == 0 && file != nullptr) {
-      return Json(NameFrom(folder_, PathFromUtf8(file->path)));
-    }
-    const ShaderDescription* shader = catalogue_.Find(static_cast<std::int32_t>(id));
-    const Container* parameters = link->GetContainer(KeyLinkParameters);
-    if (shader == nullptr || parameters == nullptr) return Json();
-    Json node(Json::Object{{"shader", Json(shader->name)}});
-    for (const ShaderParameter& parameter : shader->parameters) {
-      const ParameterValue value = ValueIn(*parameters, parameter);
-      if (AreAlike(parameter, value, parameter.initial)) continue;
-      SetMember(node, parameter.name, JsonOf(parameter, value));
-    }
-    for (const ShaderInput& input : shader->inputs) {
-      Json inner = JsonOfLink(parameters->GetContainer(input.key));
-      if (inner.value.index() != 0) SetMember(node, input.name, std::move(inner));
-    }
-    return node;
-  }
-
- private:
-  const ShaderCatalogue& catalogue_;
-  const fs::path& folder_;
-};
 
 const ShaderDescription* ShaderOf(const Json& node, const ShaderCatalogue& catalogue) {
   const Json* given = node.Find("shader");
@@ -121,32 +66,6 @@ bool IsSameFolder(const MaterialFolders& folders) {
 
 }  // namespace
 
-ParameterValue ValueIn(const Container& parameters, const ShaderParameter& parameter) {
-  switch (parameter.type) {
-    case ParameterType::Integer:
-      return static_cast<std::int32_t>(
-          std::clamp<Word>(parameters.GetInt(parameter.key), INT32_MIN, INT32_MAX));
-    case ParameterType::Real:
-      return parameters.GetFloat(parameter.key);
-    case ParameterType::Bool:
-      return parameters.GetBool(parameter.key);
-    case ParameterType::Vector:
-      return parameters.GetVector(parameter.key);
-    case ParameterType::Text: {
-      const Text* text = parameters.GetText(parameter.key);
-      return text == nullptr ? std::string() : text->text;
-    }
-    case ParameterType::Ramp:
-      return RampIn(parameters, parameter.ramp);
-  }
-  return {};
-}
-
-bool AreAlike(const ShaderParameter& parameter, const ParameterValue& first,
-              const ParameterValue& second) {
-  return WriteJson(JsonOf(parameter, first), -1) == WriteJson(JsonOf(parameter, second), -1);
-}
-
 Json ChangedMaterial(const Json& material, const ShaderDescription& shader,
                      const ShaderCatalogue& catalogue, const Container& before,
                      const Container& after, const MaterialFolders& folders) {
@@ -157,11 +76,10 @@ Json ChangedMaterial(const Json& material, const ShaderDescription& shader,
     if (AreAlike(parameter, value, ValueIn(before, parameter))) continue;
     SetMember(changed, parameter.name, JsonOf(parameter, value));
   }
-  const LinkWriter writer(catalogue, folders.after);
   for (const ShaderInput& input : shader.inputs) {
     const Container* link = after.GetContainer(input.key);
     if (AreSame(link, before.GetContainer(input.key))) continue;
-    Json content = writer.JsonOfLink(link);
+    Json content = link == nullptr ? Json() : SpelledLink(*link, catalogue, folders.after);
     if (content.value.index() == 0) {
       RemoveMember(changed, input.name);
     } else {

@@ -11,13 +11,6 @@
 
 namespace sorvanix::host {
 
-/// The value that a shader's parameters (Shader::Parameters) have for one of them.
-ParameterValue ValueIn(const Container& parameters, const ShaderParameter& parameter);
-
-/// Whether two values are spelled alike in files.
-bool AreAlike(const ShaderParameter& parameter, const ParameterValue& first,
-              const ParameterValue& second);
-
 /// Where a material's references to files count from: before the change, and after it.
 struct MaterialFolders {
   std::filesystem::path before, after;

@@ -1,6 +1,7 @@
 // From what a scene file says of a channel to the shaders that fill it.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,10 @@ namespace sorvanix::host {
 
 /// The link of a channel, made empty when there is none. Throws std::bad_alloc.
 Link& LinkOf(MaterialChannel& channel);
+
+/// What fills a link, spelled as SpelledLink does.
+Json SpelledGraph(Link& link, const ShaderCatalogue& catalogue,
+                  const std::filesystem::path& folder);
 
 /// Makes the links of all channels that have a graph and no link yet, takes back what their shaders
 /// once wrote, and tells every outermost shader the number of its channel. To be called before a

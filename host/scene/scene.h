@@ -175,7 +175,8 @@ class Scene : public Handled<Scene, HostDocument> {
   Object* FindObject(std::string_view name) noexcept;
   std::shared_ptr<Material> FindMaterial(std::string_view name) const noexcept;
 
-  std::filesystem::path file;            ///< where it was read from; empty for none
+  std::filesystem::path file;                       ///< where it was read from; empty for none
+  std::vector<std::filesystem::path> imageFolders;  ///< searched for bitmaps after the scene's own
   std::int64_t version = kSceneVersion;  ///< of the format; later than ours with things unknown
   KeptMembers kept;
   Camera camera;

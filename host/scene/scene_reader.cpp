@@ -29,6 +29,7 @@ SceneReading SceneReader::Read() {
   if (json) {
     scene_ = std::make_unique<Scene>();
     scene_->file = file_;
+    scene_->imageFolders = options_.imageFolders;
     ReadScene({*json, {}});
   } else {
     Json place;

@@ -138,6 +138,33 @@ class Upgrade(Documents):
         self.assertIn("its state is not of a form that is known here", err)
         self.assertEqual(self.document("s.json"), content)
 
+    def test_bitmaps_of_states_stay_with_the_scene(self):
+        for folder in ("a", "images"):
+            (self.folder / folder).mkdir()
+        self.material()
+        for name in ("a/bark.png", "images/moss.png"):
+            self.run_program("bake", "m.json", "--size", 4, "-o", name)
+        self.write("a/s.json", scene({"graph": {"shader": "Hue", "input": "bark.png"}},
+                                     {"graph": {"shader": "Hue", "input": "moss.png"}}))
+
+        def upgrade(folder):
+            file, images = f"{folder}/s.json", self.folder / "images"
+            told, _ = self.run_program("upgrade", file, "--images", images)
+            self.run_program("render", file, "--images", images, "--size", 16, "-o", "s.exr")
+            return told, self.json_of("info", "s.exr", "--json")["pixelHash"]
+
+        told, picture = upgrade("a")
+        self.assertEqual(told, "a/s.json: upgraded\n")
+        channels = self.document("a/s.json")["materials"][0]["channels"]
+        for channel, name in (("colour", "bark.png"), ("luminance", "moss.png")):
+            self.assertEqual(channels[channel]["graph"], {"shader": "Hue", "input": name})
+            self.assertIn({"link": {"bitmap": name}}, channels[channel]["state"])
+        # From elsewhere, by another name of the folder, and after a move the same.
+        place = str(self.folder / "a")
+        self.assertEqual(upgrade(place), (f"{place}/s.json: is up to date\n", picture))
+        (self.folder / "a").rename(self.folder / "b")
+        self.assertEqual(upgrade("b"), ("b/s.json: is up to date\n", picture))
+
     def test_a_broken_scene_stays_as_it_is(self):
         self.write("s.json", scene({"graph": {"shader": "Hu"}}))
         self.fails("upgrade", "s.json", expect=INVALID_INPUT, because='unknown shader "Hu"')

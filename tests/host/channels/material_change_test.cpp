@@ -80,24 +80,5 @@ TEST(MaterialChange, ReferencesAreMovedAsFarAsTheyLeadToAFile) {
             R"({"shader":"Scale","input":"elsewhere.png"})");
 }
 
-TEST(MaterialChange, RampsAreReadKnotByKnot) {
-  const ShaderParameter& ramp = fake::Catalogue().Find("Colours")->parameters[0];
-  Container parameters;
-  parameters.Set(1002, Word{2});  // the keys stand in the catalogue; knots follow by a stride of 2
-  parameters.Set(1200, 0.0f);
-  parameters.Set(1202, 0.75f);
-  parameters.Set(1102, Vector{1, 2, 3});
-  parameters.Set(1302, 0.125f);
-  const auto knots = std::get<Ramp>(ValueIn(parameters, ramp));
-  ASSERT_EQ(knots.size(), 2u);
-  EXPECT_EQ(knots[1].position, 0.75f);
-  EXPECT_EQ(knots[1].colour.z, 3);
-  EXPECT_EQ(knots[1].bias, 0.125f);
-  parameters.Set(1002, Word{99});
-  EXPECT_EQ(std::get<Ramp>(ValueIn(parameters, ramp)).size(), 4u) << "as many as there may be";
-  parameters.Set(1002, Word{-1});
-  EXPECT_TRUE(std::get<Ramp>(ValueIn(parameters, ramp)).empty());
-}
-
 }  // namespace
 }  // namespace sorvanix::host
