@@ -3,8 +3,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
+#include <algorithm>
 #include <cmath>
-#include <utility>
 
 #include "apps/studio/dialogs/key_codes.h"
 
@@ -52,12 +52,15 @@ void AreaWidget::FollowTimer() {
 
 // Each pixel becomes a square of pixels on screens with more of them.
 void AreaWidget::paintEvent(QPaintEvent*) {
-  QPainter(this).drawImage(rect(), ImageOf(area_.Picture()));
+  const QImage picture = ImageOf(area_.Picture());
+  QPainter(this).drawImage(QRect({}, picture.size()), picture);
 }
 
 void AreaWidget::resizeEvent(QResizeEvent*) {
-  if (width() == area_.Width() && height() == area_.Height()) return;
-  area_.Resize(width(), height());
+  const int width = std::min(this->width(), host::kLargestArea);
+  const int height = std::min(this->height(), host::kLargestArea);
+  if (width == area_.Width() && height == area_.Height()) return;
+  area_.Resize(width, height);
   area_.Draw();
 }
 
@@ -68,7 +71,7 @@ void AreaWidget::mouseDoubleClickEvent(QMouseEvent* event) { Press(*event, true)
 void AreaWidget::Press(const QMouseEvent& event, bool isDouble) {
   if (event.button() != Qt::LeftButton || held_) return;
   held_ = true;
-  moved_.reset();
+  moves_.clear();
   last_ = PlaceOf(event);
   area_.Press(last_, isDouble);  // returns at the end of the drag, if it becomes one
   held_ = false;
@@ -82,36 +85,45 @@ void AreaWidget::mouseMoveEvent(QMouseEvent* event) {
 void AreaWidget::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton || !held_) return;
   MoveTo(PlaceOf(*event));
-  held_ = false;
-  WakePoll();
+  LetGo();
 }
 
 void AreaWidget::MoveTo(const host::MousePlace& place) {
   if (place.x == last_.x && place.y == last_.y) return;
   last_ = place;
-  moved_ = place;
+  moves_.push_back(place);
   WakePoll();
 }
 
+// Qt and the areas agree: eighths of a degree, 120 to a notch. With Alt held Qt takes the wheel for
+// a sideways one. While a handle is dragged, the mouse says where it goes.
 void AreaWidget::wheelEvent(QWheelEvent* event) {
-  // Qt and the areas agree: eighths of a degree, 120 to a notch.
-  area_.Wheel(PlaceOf(*event), event->angleDelta().y());
+  const QPoint turned = event->angleDelta();
+  const bool isSideways = turned.y() == 0 && event->modifiers().testFlag(Qt::AltModifier);
+  const int delta = isSideways ? turned.x() : turned.y();
+  if (delta != 0 && !held_) area_.Wheel(PlaceOf(*event), delta);
 }
 
-// Nobody tells of the release once the dialog is gone.
-void AreaWidget::hideEvent(QHideEvent*) {
+void AreaWidget::hideEvent(QHideEvent*) { LetGo(); }
+
+void AreaWidget::LetGo() {
   held_ = false;
   WakePoll();
 }
 
+// None of the moves is passed over, however many come at once: the one that left the area counts
+// although the next one came back.
 std::optional<host::MousePlace> AreaWidget::Poll() {
-  if (held_ && !moved_) {
+  if (held_ && moves_.empty()) {
     QEventLoop loop;
     polling_ = &loop;
     loop.exec();
     polling_ = nullptr;
   }
-  return std::exchange(moved_, std::nullopt);
+  if (moves_.empty()) return std::nullopt;
+  const host::MousePlace next = moves_.front();
+  moves_.pop_front();
+  return next;
 }
 
 void AreaWidget::WakePoll() {

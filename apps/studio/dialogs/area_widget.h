@@ -4,6 +4,7 @@
 #include <QEventLoop>
 #include <QTimer>
 #include <QWidget>
+#include <deque>
 #include <optional>
 
 #include "host/dialogs/dialog.h"
@@ -23,6 +24,8 @@ class AreaWidget : public QWidget {
   std::optional<host::MousePlace> Poll();
   /// Whether the button is down.
   bool IsHeld() const { return held_; }
+  /// Ends a drag whose release nobody will tell of: the dialog is gone, or behind another one.
+  void LetGo();
 
   QSize sizeHint() const override { return asked_; }
 
@@ -46,7 +49,7 @@ class AreaWidget : public QWidget {
   QTimer timer_;
   bool held_ = false;
   host::MousePlace last_;
-  std::optional<host::MousePlace> moved_;  // since the last poll
+  std::deque<host::MousePlace> moves_;  // that wait for a poll
   QEventLoop* polling_ = nullptr;
 };
 

@@ -1,7 +1,9 @@
 // What is chosen from a few: check boxes, lists and tabs.
 #include <QCheckBox>
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QTabWidget>
+#include <QTimer>
 #include <QWheelEvent>
 #include <algorithm>
 
@@ -34,16 +36,31 @@ int IndexOf(const host::Gadget& gadget) {
   return found == entries.end() ? -1 : static_cast<int>(found - entries.begin());
 }
 
-// A wheel that turns over it on its way elsewhere changes nothing.
+// A wheel that turns over it on its way elsewhere changes nothing. Qt closes the list before the
+// key that closes it arrives; it would go on to the dialog, and Enter would confirm that.
 class ChoiceBox : public QComboBox {
  public:
   ChoiceBox() { setFocusPolicy(Qt::StrongFocus); }
 
+  void hidePopup() override {
+    QComboBox::hidePopup();
+    closesNow_ = true;
+    QTimer::singleShot(0, this, [this] { closesNow_ = false; });
+  }
+
  protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    const int key = event->key();
+    const bool closes = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape;
+    if (!(closesNow_ && closes)) QComboBox::keyPressEvent(event);
+  }
   void wheelEvent(QWheelEvent* event) override {
     if (hasFocus()) return QComboBox::wheelEvent(event);
     event->ignore();
   }
+
+ private:
+  bool closesNow_ = false;
 };
 
 class ChoiceView : public GadgetView {
@@ -67,7 +84,8 @@ class TabsView : public GadgetView {
  public:
   TabsView(const ShownGadget& gadget, QTabWidget* tabs) : GadgetView(tabs, gadget) {
     connect(tabs, &QTabWidget::currentChanged, this, [this](int index) {
-      Shown().Set(Shown().Element().entries[static_cast<std::size_t>(index)].value);
+      const auto& pages = Shown().Element().entries;
+      if (index >= 0) Shown().Set(pages[static_cast<std::size_t>(index)].value);
     });
   }
 

@@ -19,6 +19,7 @@ class ColourView : public GadgetView {
  public:
   explicit ColourView(const ShownGadget& gadget) : GadgetView(new QToolButton, gadget) {
     Button()->setIconSize({72, 16});
+    Button()->setFocusPolicy(Qt::StrongFocus);
     connect(Button(), &QToolButton::clicked, this, [this] {
       if (const auto chosen = Shown().Dialog().Service()->ChooseColour(Colour(Shown().State()))) {
         Shown().Set(*chosen);

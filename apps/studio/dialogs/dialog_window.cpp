@@ -4,6 +4,7 @@
 #include <QDialogButtonBox>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -53,15 +54,27 @@ void DialogWindow::GadgetChanged(std::int32_t id) {
 
 void DialogWindow::TitleChanged() { setWindowTitle(QString::fromStdString(dialog_.Title())); }
 
+// The button that a dialog begins with is Enter's, wherever the user goes then.
 void DialogWindow::Focus(std::int32_t id) {
-  if (const auto found = views_.find(id); found != views_.end())
-    found->second->Widget()->setFocus();
+  const auto found = views_.find(id);
+  if (found == views_.end()) return;
+  QWidget* widget = found->second->Widget();
+  if (auto* button = qobject_cast<QPushButton*>(widget)) button->setDefault(true);
+  widget->setFocus();
 }
 
 // A number that is still being typed counts.
 void DialogWindow::accept() {
   if (QWidget* edited = focusWidget(); edited != nullptr && TakesText(edited)) edited->clearFocus();
   dialog_.Close(true);
+}
+
+// The release of a drag is nobody's once another dialog stands before this one.
+bool DialogWindow::event(QEvent* event) {
+  if (event->type() == QEvent::WindowBlocked) {
+    for (const auto& [id, area] : areas_) area->LetGo();
+  }
+  return QDialog::event(event);
 }
 
 bool DialogWindow::IsDragged() const {
@@ -82,11 +95,12 @@ void DialogWindow::keyPressEvent(QKeyEvent* event) {
 }
 
 // Buttons, lists and sliders take arrows whatever is held with them; here those with a qualifier
-// are the dialog's first. In a text they move the cursor.
+// are the dialog's first. In a text they move the cursor, and an open menu keeps its own.
 bool DialogWindow::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress && !TakesText(watched)) {
     const auto& key = static_cast<const QKeyEvent&>(*event);
-    if (QualifierOf(key.modifiers()) != 0 && TakeKey(key)) return true;
+    const bool isInside = static_cast<const QWidget*>(watched)->window() == this;
+    if (isInside && QualifierOf(key.modifiers()) != 0 && TakeKey(key)) return true;
   }
   return QDialog::eventFilter(watched, event);
 }

@@ -25,6 +25,7 @@ class DialogWindow : public QDialog {
   void reject() override { dialog_.Close(false); }
 
  protected:
+  bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 

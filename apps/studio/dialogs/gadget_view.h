@@ -29,9 +29,15 @@ class ShownGadget {
   const host::LayoutElement& Element() const { return *element_; }
   const host::Gadget& State() const { return *dialog_->Find(element_->id); }
 
-  /// The user gave it this value.
+  /// The user gave it this value. A window that goes away takes the focus from its fields, but what
+  /// stands in them comes too late.
   void Set(host::GadgetValue value, bool dragging = false) const {
-    dialog_->Set(*dialog_->Find(element_->id), std::move(value), dragging);
+    if (!dialog_->IsClosed())
+      dialog_->Set(*dialog_->Find(element_->id), std::move(value), dragging);
+  }
+  /// The user changed what the link shows.
+  void LinkChanged() const {
+    if (!dialog_->IsClosed()) dialog_->ChangeLink(State());
   }
 
  private:

@@ -23,12 +23,43 @@ constexpr std::pair<const char*, const char*> kCategories[] = {
     {"surface", QT_TRANSLATE_NOOP("Link", "&Surface")},
     {"filter", QT_TRANSLATE_NOOP("Link", "&Filters")}};
 
+// A long name, such as a file's, is shortened and does not widen the dialog.
+class NameButton : public QToolButton {
+ public:
+  void ShowName(const QString& name) {
+    name_ = name;
+    Fit();
+  }
+  QSize sizeHint() const override {
+    constexpr int kLetters = 12;
+    return {fontMetrics().horizontalAdvance('m') * kLetters, QToolButton::sizeHint().height()};
+  }
+  QSize minimumSizeHint() const override { return sizeHint(); }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override {
+    QToolButton::resizeEvent(event);
+    Fit();
+  }
+
+ private:
+  void Fit() {
+    constexpr int kFrameAndArrow = 28;
+    const QString shown =
+        fontMetrics().elidedText(name_, Qt::ElideMiddle, width() - kFrameAndArrow);
+    setText(shown);
+    setToolTip(shown == name_ ? QString() : name_);
+  }
+
+  QString name_;
+};
+
 class LinkView : public GadgetView {
  public:
   LinkView(const ShownGadget& gadget, const LinkSources& sources)
       : GadgetView(new QWidget, gadget),
         sources_(sources),
-        content_(new QToolButton),
+        content_(new NameButton),
         edit_(new QToolButton) {
     auto* row = new QHBoxLayout(Widget());
     row->setContentsMargins(0, 0, 0, 0);
@@ -36,13 +67,13 @@ class LinkView : public GadgetView {
     row->addWidget(content_, 1);
     row->addWidget(edit_);
     content_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    content_->setMinimumWidth(content_->fontMetrics().horizontalAdvance('m') * 12);
     content_->setPopupMode(QToolButton::InstantPopup);
     content_->setToolButtonStyle(Qt::ToolButtonTextOnly);
     edit_->setText(tr("Edit\u2026"));
     edit_->setToolTip(tr("Opens the dialog of the shader that stands here."));
     Widget()->setFocusProxy(content_);
-    for (QToolButton* button : {content_, edit_}) button->setFocusPolicy(Qt::StrongFocus);
+    for (QToolButton* button : {static_cast<QToolButton*>(content_), edit_})
+      button->setFocusPolicy(Qt::StrongFocus);
     connect(edit_, &QToolButton::clicked, this, [this] { Edit(); });
     MakeMenu();
   }
@@ -81,7 +112,7 @@ class LinkView : public GadgetView {
                            QString::fromStdString(error->message));
       return;
     }
-    Shown().Dialog().ChangeLink(Shown().State());
+    Shown().LinkChanged();
   }
 
   void LoadPicture() {
@@ -100,16 +131,22 @@ class LinkView : public GadgetView {
     // again, after a cancelled edit too.
     host::StopPreviews();
     link->HeldShader()->Edit();
-    Shown().Dialog().ChangeLink(Shown().State());
+    Shown().LinkChanged();
   }
 
   void Show(const host::Gadget&) override {
     const host::Link* link = HeldLink();
-    const host::Shader* shader = link == nullptr ? nullptr : link->HeldShader();
-    content_->setText(NameIn(link));
-    edit_->setEnabled(shader != nullptr);
-    editAction_->setEnabled(shader != nullptr);
+    content_->ShowName(NameIn(link));
+    edit_->setEnabled(HasDialog(link));
+    editAction_->setEnabled(HasDialog(link));
     clear_->setEnabled(link != nullptr && !link->IsEmpty());
+  }
+
+  // A shader without parameters has nothing to edit.
+  bool HasDialog(const host::Link* link) const {
+    if (link == nullptr || link->HeldShader() == nullptr) return false;
+    const auto* shader = sources_.catalogue.Find(link->PluginId());
+    return shader != nullptr && !(shader->parameters.empty() && shader->inputs.empty());
   }
 
   QString NameIn(const host::Link* link) const {
@@ -123,7 +160,8 @@ class LinkView : public GadgetView {
   }
 
   const LinkSources& sources_;
-  QToolButton *content_, *edit_;
+  NameButton* content_;
+  QToolButton* edit_;
   QAction *editAction_ = nullptr, *clear_ = nullptr;
 };
 

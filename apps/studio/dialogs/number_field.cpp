@@ -23,10 +23,13 @@ std::optional<double> NumberIn(QString text, const QString& unit) {
   return isNumber && std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
-// To as many digits as a field has room for. What the user does not touch keeps all that it has.
+// To as many digits as a field has room for, whole numbers with all of theirs. What the user does
+// not touch keeps all that it has.
 QString Spelled(double number) {
-  constexpr int kDigits = 6;
-  return QLocale::c().toString(number, 'g', kDigits);
+  constexpr int kDigits = 6, kWholeDigits = 10;
+  constexpr double kLargestWhole = 2147483648;
+  const bool isWhole = std::fabs(number) <= kLargestWhole && number == std::floor(number);
+  return QLocale::c().toString(number, 'g', isWhole ? kWholeDigits : kDigits);
 }
 
 }  // namespace
@@ -41,7 +44,13 @@ NumberField::NumberField(QWidget* parent) : QAbstractSpinBox(parent) {
 void NumberField::ShowNumber(double number, const QString& unit) {
   unit_ = unit;
   shown_ = Spelled(number) + unit;
-  lineEdit()->setText(shown_);
+  if (lineEdit()->text() != shown_) lineEdit()->setText(shown_);
+}
+
+// From the number that stands there, taken over or not.
+void NumberField::stepBy(int steps) {
+  TakeTyped();
+  Q_EMIT Stepped(steps);
 }
 
 QSize NumberField::sizeHint() const {

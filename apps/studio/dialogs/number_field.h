@@ -17,7 +17,7 @@ class NumberField : public QAbstractSpinBox {
   /// Shows a number with its unit, such as " %", behind it.
   void ShowNumber(double number, const QString& unit);
 
-  void stepBy(int steps) override { Q_EMIT Stepped(steps); }
+  void stepBy(int steps) override;
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override { return sizeHint(); }
 

@@ -1,7 +1,9 @@
 // Numbers, as fields and as sliders.
 #include <QSlider>
+#include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "apps/studio/dialogs/gadget_kinds.h"
 #include "apps/studio/dialogs/number_field.h"
@@ -41,16 +43,32 @@ class NumberView : public GadgetView {
   }
 };
 
-// The places of a slider are the gadget's steps, as many as can be told apart.
+// A wheel that turns over it on its way elsewhere changes nothing.
+class SliderBar : public QSlider {
+ public:
+  SliderBar() : QSlider(Qt::Horizontal) { setFocusPolicy(Qt::StrongFocus); }
+
+ protected:
+  void wheelEvent(QWheelEvent* event) override {
+    if (hasFocus()) return QSlider::wheelEvent(event);
+    event->ignore();
+  }
+};
+
+// The places of a slider are the gadget's steps, as many as can be told apart. A click that moves
+// nothing leaves a value between two of them as it is.
 class SliderView : public GadgetView {
  public:
-  explicit SliderView(const ShownGadget& gadget) : GadgetView(new QSlider(Qt::Horizontal), gadget) {
+  explicit SliderView(const ShownGadget& gadget) : GadgetView(new SliderBar, gadget) {
     Slider()->setMinimumWidth(96);
     connect(Slider(), &QSlider::valueChanged, this, [this](int place) {
-      Shown().Set(Shown().State().TypedNumber(NumberAt(place)), Slider()->isSliderDown());
+      isDragged_ = Slider()->isSliderDown();
+      Shown().Set(Shown().State().TypedNumber(NumberAt(place)), isDragged_);
     });
-    connect(Slider(), &QSlider::sliderReleased, this,
-            [this] { Shown().Set(Shown().State().TypedNumber(NumberAt(Slider()->value()))); });
+    connect(Slider(), &QSlider::sliderReleased, this, [this] {
+      if (!std::exchange(isDragged_, false)) return;
+      Shown().Set(Shown().State().TypedNumber(NumberAt(Slider()->value())));
+    });
   }
 
  private:
@@ -79,6 +97,8 @@ class SliderView : public GadgetView {
     Slider()->setPageStep(std::max(places / 10, 1));
     Slider()->setValue(static_cast<int>(place));
   }
+
+  bool isDragged_ = false;
 };
 
 }  // namespace

@@ -2,8 +2,10 @@
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QScopeGuard>
 #include <QUrl>
 #include <algorithm>
+#include <utility>
 
 #include "apps/studio/dialogs/colour_view.h"
 #include "host/services/filenames.h"
@@ -11,17 +13,21 @@
 namespace sorvanix::studio {
 
 void QtDialogs::RunModal(host::Dialog& dialog, std::int32_t x, std::int32_t y) {
-  DialogWindow window(dialog, sources_,
-                      windows_.empty() ? QApplication::activeWindow() : windows_.back());
+  DialogWindow window(dialog, sources_, Front());
   windows_.push_back(&window);
-  if (focused_ == &dialog) window.Focus(focus_);
-  if (x >= 0 && y >= 0) window.move(x, y);
+  const auto leave = qScopeGuard([this] { windows_.pop_back(); });
+  if (std::exchange(focused_, nullptr) == &dialog) window.Focus(focus_);
+  if (x != -1 || y != -1) window.move(x, y);
   if (!dialog.IsClosed()) window.exec();
-  windows_.pop_back();
+  dialog.Close(false);  // nothing new, unless the program is told to end meanwhile
 }
 
 std::optional<Vector> QtDialogs::ChooseColour(const Vector& shown) {
-  return AskColour(shown, QApplication::activeWindow());
+  return AskColour(shown, Front());
+}
+
+QWidget* QtDialogs::Front() const {
+  return windows_.empty() ? QApplication::activeWindow() : windows_.back();
 }
 
 bool QtDialogs::OpenInViewer(const std::filesystem::path& file) {

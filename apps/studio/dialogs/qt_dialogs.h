@@ -29,6 +29,8 @@ class QtDialogs : public QObject, public host::DialogService {
   void RedrawWanted() noexcept override;
 
  private:
+  /// What a further window stands before.
+  QWidget* Front() const;
   DialogWindow* WindowOf(const host::Dialog& dialog) const;
   AreaWidget* WidgetOf(host::UserArea& area) const;
 
