@@ -11,6 +11,7 @@
 #include "host/dialogs/headless_dialogs.h"
 #include "host/services/stream_json.h"
 #include "tests/studio/dialogs_player.h"
+#include "tests/studio/dialogs_watchdog.h"
 #include "tests/studio/studio_fixture.h"
 
 namespace sorvanix::studio {
@@ -39,6 +40,7 @@ class DialogsTest : public StudioTest {
 
   static EditedShader Edit(host::Shader& shader, host::DialogService& service) {
     const host::ThreadDialogService serving(service);
+    const Watchdog watchdog;
     EditedShader edited;
     edited.confirmed = shader.Edit();
     host::Stream stream;

@@ -10,7 +10,6 @@
 #include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <QSlider>
 #include <QTabBar>
@@ -18,8 +17,6 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
-#include <QWheelEvent>
-#include <QWindow>
 #include <cmath>
 #include <utility>
 
@@ -64,21 +61,6 @@ Qt::Key KeyOf(std::int32_t code) {
   }
 }
 
-void PressKeys(QWidget& widget, Qt::Key key, int times = 1) {
-  for (int i = 0; i < times; ++i) QTest::keyClick(&widget, key);
-}
-
-void Type(QWidget& field, const QString& text) {
-  field.setFocus();
-  QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
-  QTest::keyClicks(&field, text);
-  QTest::keyClick(&field, Qt::Key_Tab);
-}
-
-void ClickTab(QTabWidget& tabs, int index) {
-  QTest::mouseClick(tabs.tabBar(), Qt::LeftButton, {}, tabs.tabBar()->tabRect(index).center());
-}
-
 QAction* FindAction(const QMenu& menu, const QString& text) {
   for (QAction* action : menu.actions()) {
     if (action->text() == text) return action;
@@ -104,6 +86,7 @@ struct DialogPlayer::Plays {
   DialogPlayer& player;
   DialogWindow& window;
   const DialogEvent& event;
+  Hand& hand = *player.hand_;
 
   void Fail(const std::string& why) const { player.Fail(event, why); }
 
@@ -115,63 +98,67 @@ struct DialogPlayer::Plays {
     if (gadget->kind == host::ElementKind::Link) return ChooseInput(*widget, set.value);
     const auto value = host::TypedValue(*gadget, set.value);
     if (!value) return Fail(value.error());
-    if (auto* number = qobject_cast<NumberField*>(widget)) return Type(*number, TextOf(set.value));
-    if (auto* text = qobject_cast<QLineEdit*>(widget)) return Type(*text, TextOf(set.value));
+    if (qobject_cast<NumberField*>(widget) != nullptr ||
+        qobject_cast<QLineEdit*>(widget) != nullptr) {
+      hand.TypeInto(*widget, TextOf(set.value));
+      return hand.Key(*widget, Qt::Key_Tab);
+    }
     if (auto* slider = qobject_cast<QSlider*>(widget)) return Slide(*slider, *gadget, set.value);
     if (auto* list = qobject_cast<QComboBox*>(widget)) {
       return Choose(*list, std::get<std::int32_t>(*value));
     }
     if (auto* check = qobject_cast<QCheckBox*>(widget)) {
-      if (check->isChecked() != std::get<bool>(*value)) PressKeys(*check, Qt::Key_Space);
+      if (check->isChecked() != std::get<bool>(*value)) hand.Click(*check, LeftOf(*check));
       return;
     }
     if (auto* tabs = qobject_cast<QTabWidget*>(widget)) {
       return ShowPage(*tabs, *gadget, std::get<std::int32_t>(*value));
     }
     if (auto* button = qobject_cast<QPushButton*>(widget)) {
-      player.PlaySoon();  // it may open another dialog
-      return QTest::mouseClick(button, Qt::LeftButton);
+      return ClickForAnotherDialog(*button);
     }
     if (auto* swatch = qobject_cast<QToolButton*>(widget)) {
-      return ChooseColour(*swatch, std::get<Vector>(*value));
+      player.colour_ = host::ColourEvent{std::get<Vector>(*value)};
+      return ClickForAnotherDialog(*swatch);
     }
     Fail("a gadget of an unknown kind");
   }
 
-  static void Slide(QSlider& slider, const Gadget& gadget, const host::Json& shown) {
+  // Which runs inside the click.
+  void ClickForAnotherDialog(QWidget& button) const {
+    player.PlaySoon();
+    hand.Click(button, button.rect().center());
+  }
+
+  // Where the box of a check box is, and the text of a field begins.
+  static QPoint LeftOf(const QWidget& widget) { return {8, widget.height() / 2}; }
+
+  void Slide(QSlider& slider, const Gadget& gadget, const host::Json& shown) const {
     const auto* whole = std::get_if<std::int64_t>(&shown.value);
     const double number =
         whole != nullptr ? static_cast<double>(*whole) : std::get<double>(shown.value);
     const double share =
         (number / gadget.Scale() - gadget.minimum) / (gadget.maximum - gadget.minimum);
+    const int place = static_cast<int>(std::lround(share * slider.maximum()));
     slider.setFocus();
-    PressKeys(slider, Qt::Key_Home);
-    PressKeys(slider, Qt::Key_Right, static_cast<int>(std::lround(share * slider.maximum())));
+    hand.Key(slider, Qt::Key_Home);
+    hand.Key(slider, Qt::Key_PageUp, {}, place / slider.pageStep());
+    hand.Key(slider, Qt::Key_Right, {}, place % slider.pageStep());
   }
 
-  static void Choose(QComboBox& list, std::int32_t value) {
+  void Choose(QComboBox& list, std::int32_t value) const {
     list.setFocus();
-    PressKeys(list, Qt::Key_Space);  // opens it
-    PressKeys(*list.view(), Qt::Key_Home);
-    PressKeys(*list.view(), Qt::Key_Down, list.findData(value));
-    PressKeys(*list.view(), Qt::Key_Return);
+    hand.Key(list, Qt::Key_Space);  // opens it
+    hand.Key(*list.view(), Qt::Key_Home);
+    hand.Key(*list.view(), Qt::Key_Down, {}, list.findData(value));
+    hand.Key(*list.view(), Qt::Key_Return);
   }
 
-  static void ShowPage(QTabWidget& tabs, const Gadget& gadget, std::int32_t page) {
+  void ShowPage(const QTabWidget& tabs, const Gadget& gadget, std::int32_t page) const {
     for (std::size_t i = 0; i < gadget.entries.size(); ++i) {
-      if (gadget.entries[i].value == page) ClickTab(tabs, static_cast<int>(i));
+      const QRect tab = tabs.tabBar()->tabRect(static_cast<int>(i));
+      if (gadget.entries[i].value == page) hand.Click(*tabs.tabBar(), tab.center());
     }
-  }
-
-  // The chooser runs inside the click.
-  static void ChooseColour(QToolButton& swatch, const Vector& colour) {
-    QTimer::singleShot(0, &swatch, [colour] {
-      auto* chooser = qobject_cast<QColorDialog*>(QApplication::activeModalWidget());
-      if (chooser == nullptr) return;
-      chooser->setCurrentColor(ColourOf(colour));
-      PressKeys(*chooser, Qt::Key_Return);
-    });
-    QTest::mouseClick(&swatch, Qt::LeftButton);
   }
 
   void ChooseInput(QWidget& link, const host::Json& content) const {
@@ -184,57 +171,33 @@ struct DialogPlayer::Plays {
 
   void operator()(const host::KeyEvent& key) const {
     window.setFocus();
-    QTest::keyClick(&window, KeyOf(key.code), ModifiersOf(key.qualifier));
+    hand.Key(window, KeyOf(key.code), ModifiersOf(key.qualifier));
   }
 
-  // Through the window, which finds out whose event it is, and which widget holds the mouse.
   void operator()(const host::MouseEvent& mouse) const {
     QWidget* area = WidgetOf(window, mouse.area);
-    if (mouse.action == MouseAction::Up) return Release(mouse, area);
-    if (area == nullptr) return Fail("no such area");
-    if (mouse.place) {
-      player.mouse_ = area->mapTo(&window, QPoint(mouse.place->x, mouse.place->y));
-    }
-    const auto modifiers = ModifiersOf(mouse.place ? mouse.place->qualifier : 0);
-    QWindow* const screen = window.windowHandle();
+    if (area == nullptr && mouse.action != MouseAction::Up) return Fail("no such area");
+    const host::MousePlace given = mouse.place.value_or(host::MousePlace{});
+    const QPoint place(given.x, given.y);
+    const auto held = ModifiersOf(given.qualifier);
     switch (mouse.action) {
       case MouseAction::Down:
-        player.pressed_ = screen;
         player.PlaySoon();  // a drag, or another dialog, runs inside the press
-        return QTest::mousePress(screen, Qt::LeftButton, modifiers, player.mouse_);
+        return hand.Press(*area, place, held);
       case MouseAction::Move:
-        return QTest::mouseMove(screen, player.mouse_);
-      default:
-        return SendTo(*area, mouse, modifiers);
+        return hand.MoveTo(*area, place);
+      case MouseAction::Up:  // it belongs to its press, also when that opened or closed a dialog
+        if (area != nullptr && mouse.place) hand.MoveTo(*area, place);
+        return hand.Release();
+      case MouseAction::Double:
+        player.PlaySoon();
+        return hand.PressTwice(*area, place, held);
+      case MouseAction::Wheel:
+        return hand.Wheel(*area, place, mouse.delta, held);
     }
   }
 
-  // It belongs to its press, also when that opened or closed a dialog.
-  void Release(const host::MouseEvent& mouse, const QWidget* area) const {
-    if (area != nullptr && mouse.place) {
-      player.mouse_ = area->mapTo(&window, QPoint(mouse.place->x, mouse.place->y));
-    }
-    if (player.pressed_ == nullptr) return;
-    QTest::mouseRelease(player.pressed_, Qt::LeftButton, {}, player.mouse_);
-  }
-
-  // QtTest has a double click with its first press alone, and no wheel.
-  void SendTo(QWidget& area, const host::MouseEvent& mouse, Qt::KeyboardModifiers modifiers) const {
-    const QPointF place(mouse.place->x, mouse.place->y);
-    const QPointF global = area.mapToGlobal(place);
-    if (mouse.action == MouseAction::Double) {
-      player.PlaySoon();
-      QMouseEvent press(QEvent::MouseButtonDblClick, place, global, Qt::LeftButton, Qt::LeftButton,
-                        modifiers);
-      QApplication::sendEvent(&area, &press);
-    } else {
-      QWheelEvent turn(place, global, {}, {0, mouse.delta}, Qt::NoButton, modifiers,
-                       Qt::NoScrollPhase, false);
-      QApplication::sendEvent(&area, &turn);
-    }
-  }
-
-  void operator()(const host::ColourEvent& answer) const { player.waitingColour_ = &answer; }
+  void operator()(const host::ColourEvent& answer) const { player.colour_ = answer; }
 
   void operator()(const host::TickEvent& tick) const {
     constexpr int kLongestTick = 100;  // ms, of the module's areas
@@ -258,33 +221,43 @@ struct DialogPlayer::Plays {
 
   void operator()(const host::CloseEvent& close) const {
     auto* buttons = window.findChild<QDialogButtonBox*>();
-    if (buttons == nullptr) return PressKeys(window, Qt::Key_Escape);
-    const auto button = close.confirmed ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel;
-    QTest::mouseClick(buttons->button(button), Qt::LeftButton);
+    if (buttons == nullptr) return hand.Key(window, Qt::Key_Escape);
+    QPushButton* button =
+        buttons->button(close.confirmed ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel);
+    hand.Click(*button, button->rect().center());
   }
 };
 
-DialogPlayer::DialogPlayer(std::vector<DialogEvent> events) : events_(std::move(events)) {
+DialogPlayer::DialogPlayer(std::vector<DialogEvent> events)
+    : events_(std::move(events)), hand_(MakeHand()) {
   PlaySoon();
 }
 
-void DialogPlayer::PlaySoon() {
+void DialogPlayer::PlaySoon(int milliseconds) {
   isBusy_ = false;
-  QTimer::singleShot(0, this, [this] { PlayNext(); });
+  QTimer::singleShot(milliseconds, this, [this] { PlayNext(); });
 }
 
 // Events of the window system are sent from an event loop, in which the next ones would be played.
 void DialogPlayer::PlayNext() {
+  constexpr int kMoment = 3;  // ms
+  if (isBusy_) return;
   QWidget* const modal = QApplication::activeModalWidget();
-  if (isBusy_ || modal == nullptr || !modal->isVisible()) return;
-  if (!modal->isActiveWindow()) return WaitFor(*modal);
+  if (modal == nullptr || !modal->isVisible() || !hand_->IsSettled()) return PlaySoon(kMoment);
+  if (!modal->isActiveWindow()) {  // a window gets the keyboard some time after it is shown
+    modal->activateWindow();
+    return PlaySoon(kMoment);
+  }
   if (auto* chooser = qobject_cast<QColorDialog*>(modal)) {
-    const auto* answer = std::exchange(waitingColour_, nullptr);
-    if (answer == nullptr && next_ < events_.size()) {
-      answer = std::get_if<host::ColourEvent>(&events_[next_++].what);
+    if (!colour_ && !IsDone()) {
+      const auto* answer = std::get_if<host::ColourEvent>(&events_[next_].what);
+      if (answer == nullptr) Fail(events_[next_], "a colour is to be chosen");
+      colour_ = answer != nullptr ? *answer : host::ColourEvent{};
+      ++next_;
     }
     PlaySoon();
-    return AnswerColour(*chooser, answer != nullptr ? *answer : host::ColourEvent{});
+    const auto answer = std::exchange(colour_, std::nullopt);
+    return AnswerColour(*chooser, answer.value_or(host::ColourEvent{}));
   }
   auto* window = dynamic_cast<DialogWindow*>(modal);
   if (window == nullptr) return;
@@ -299,20 +272,13 @@ void DialogPlayer::PlayNext() {
   if (std::exchange(isBusy_, false)) PlaySoon();
 }
 
-// A window gets the keyboard some time after it is shown.
-void DialogPlayer::WaitFor(QWidget& window) {
-  window.activateWindow();
-  QTimer::singleShot(5, this, [this] { PlayNext(); });
-}
-
 void DialogPlayer::Play(DialogWindow& window, const DialogEvent& event) {
   std::visit(Plays{*this, window, event}, event.what);
 }
 
 void DialogPlayer::AnswerColour(QColorDialog& chooser, const host::ColourEvent& answer) {
-  if (!answer.colour) return PressKeys(chooser, Qt::Key_Escape);
-  chooser.setCurrentColor(ColourOf(*answer.colour));
-  PressKeys(chooser, Qt::Key_Return);
+  if (answer.colour) chooser.setCurrentColor(ColourOf(*answer.colour));
+  hand_->Key(chooser, answer.colour ? Qt::Key_Return : Qt::Key_Escape);
 }
 
 void DialogPlayer::Fail(const DialogEvent& event, const std::string& why) {

@@ -3,14 +3,14 @@
 #pragma once
 
 #include <QObject>
-#include <QPointer>
-#include <QWindow>
-#include <deque>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "apps/studio/dialogs/dialog_window.h"
 #include "host/dialogs/dialog_script.h"
+#include "tests/studio/dialogs_hand.h"
 
 class QColorDialog;
 
@@ -28,9 +28,8 @@ class DialogPlayer : public QObject {
  private:
   struct Plays;
 
-  void PlaySoon();
+  void PlaySoon(int milliseconds = 0);
   void PlayNext();
-  void WaitFor(QWidget& window);
   void Play(DialogWindow& window, const host::DialogEvent& event);
   void AnswerColour(QColorDialog& chooser, const host::ColourEvent& answer);
   void Fail(const host::DialogEvent& event, const std::string& why);
@@ -38,9 +37,8 @@ class DialogPlayer : public QObject {
   std::vector<host::DialogEvent> events_;
   std::size_t next_ = 0;
   bool isBusy_ = false;
-  const host::ColourEvent* waitingColour_ = nullptr;
-  QPoint mouse_;
-  QPointer<QWindow> pressed_;  // where the mouse button went down
+  std::optional<host::ColourEvent> colour_;  // an answer that waits for its question
+  std::unique_ptr<Hand> hand_;
   std::vector<std::string> failures_;
 };
 

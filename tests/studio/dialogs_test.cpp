@@ -2,21 +2,20 @@
 // the same list of events without a window.
 #include <fmt/format.h>
 
-#include <cctype>
-#include <cmath>
+#include <ostream>
+#include <vector>
 
-#include "host/dialogs/gadget_spelling.h"
-#include "host/dialogs/preview_threads.h"
 #include "tests/studio/dialogs_fixture.h"
 
 namespace sorvanix::studio {
 namespace {
 
 struct Edit {
-  const char* name;
-  const char* graph;
-  const char* events;
+  std::string name, graph, events;
+  bool changes = true;  ///< the shader, unless it is cancelled
 };
+
+void PrintTo(const Edit& edit, std::ostream* stream) { *stream << edit.name; }
 
 class DialogsInWindows : public DialogsTest, public testing::WithParamInterface<Edit> {};
 
@@ -27,11 +26,12 @@ TEST_P(DialogsInWindows, MakeTheSameBlocksAsWithoutAWindow) {
   EXPECT_EQ(inWindow.trouble, "");
   EXPECT_EQ(inWindow.confirmed, headless.confirmed);
   EXPECT_EQ(inWindow.block, headless.block);
-  const auto untouched = EditHeadless(GetParam().graph, R"(["cancel"])");
-  EXPECT_EQ(inWindow.block == untouched.block, !inWindow.confirmed) << "the list changes something";
+  const auto untouched =
+      EditHeadless(GetParam().graph, headless.confirmed ? R"(["ok"])" : R"(["cancel"])");
+  EXPECT_EQ(inWindow.block != untouched.block, inWindow.confirmed && GetParam().changes);
 }
 
-constexpr Edit kEdits[] = {
+const Edit kEdits[] = {
     {"Numbers", R"({"shader":"2D Noise"})",
      R"([{"set":19006,"value":2.5},{"set":19008,"value":40},{"expect":19009,"value":40},
          {"set":19001,"value":"Cell Edge"},{"set":19017,"value":"#101820"},"ok"])"},
@@ -63,6 +63,7 @@ constexpr Edit kEdits[] = {
          {"set":19006,"value":2.5},"ok"])"},
     {"AKnotAddedColouredAndDragged", R"({"shader":"Gradient"})",
      R"([{"mouse":"down","area":18001,"x":120,"y":18},{"mouse":"up","area":18001},
+         {"mouse":"down","area":18001,"x":120,"y":33},{"mouse":"up","area":18001},
          {"mouse":"double","area":18001,"x":120,"y":33},{"colour":"#ff9040"},
          {"mouse":"down","area":18001,"x":120,"y":33},{"mouse":"move","area":18001,"x":300,"y":33},
          {"mouse":"up","area":18001},{"key":"I","qualifier":2},"ok"])"},
@@ -89,7 +90,12 @@ constexpr Edit kEdits[] = {
          {"mouse":"move","area":18001,"x":260,"y":33},{"mouse":"up","area":18001},"ok"])"},
     {"TheWheelOverAKnot", R"({"shader":"Gradient"})",
      R"([{"mouse":"down","area":18001,"x":200,"y":18},{"mouse":"up","area":18001},
-         {"mouse":"wheel","area":18001,"x":200,"y":33,"delta":360},"ok"])"},
+         {"mouse":"wheel","area":18001,"x":200,"y":33,"delta":120},
+         {"mouse":"wheel","area":18001,"x":200,"y":33,"delta":120},
+         {"mouse":"wheel","area":18001,"x":200,"y":33,"delta":-120},"ok"])"},
+    {"TheWheelWithAlt", R"({"shader":"Gradient"})",
+     R"([{"mouse":"down","area":18001,"x":200,"y":18},{"mouse":"up","area":18001},
+         {"mouse":"wheel","area":18001,"x":200,"y":33,"delta":120,"qualifier":4},"ok"])"},
     {"ArrowsMoveAKnot", R"({"shader":"Gradient"})",
      R"([{"mouse":"down","area":18001,"x":200,"y":18},{"mouse":"up","area":18001},
          {"key":32770,"qualifier":1},{"key":32770,"qualifier":1},{"key":32771,"qualifier":2},
@@ -97,96 +103,103 @@ constexpr Edit kEdits[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Each, DialogsInWindows, testing::ValuesIn(kEdits),
-                         [](const auto& edit) { return std::string(edit.param.name); });
+                         [](const auto& edit) { return edit.param.name; });
 
-// Edits every gadget of a dialog that can be reached, page by page, and notes how.
-class Thorough : public host::DialogService {
- public:
-  void RunModal(host::Dialog& dialog, std::int32_t, std::int32_t) override {
-    EditBelow(dialog, dialog.Layout()->root);
-    list_ += "\"ok\"]";
-    host::WaitForPreviews();
-    dialog.Close(true);
+// A Gradient of so many grey knots at equal distances.
+std::string Greys(int count) {
+  std::string knots;
+  for (int i = 0; i < count; ++i) {
+    knots += fmt::format(R"({}{{"position":{},"colour":"#808080"}})", i == 0 ? "" : ",",
+                         static_cast<double>(i) / (count - 1));
   }
-  std::optional<Vector> ChooseColour(const Vector&) override { return std::nullopt; }
-  bool OpenInViewer(const std::filesystem::path&) override { return false; }
-  std::optional<host::MousePlace> PollMouse(host::UserArea&) override { return std::nullopt; }
-  bool ShowsPictures() const noexcept override { return true; }
-
-  const std::string& List() const { return list_; }
-  int Count() const { return count_; }
-
- private:
-  void EditBelow(host::Dialog& dialog, const host::LayoutElement& element) {
-    for (std::size_t i = 0; i < element.children.size(); ++i) {
-      if (element.kind == host::ElementKind::Tabs) {
-        Set(dialog, element.id, Json(std::int64_t{element.entries[i].value}));
-      }
-      EditBelow(dialog, element.children[i]);
-    }
-    const host::Gadget* gadget = element.id != 0 ? dialog.Find(element.id) : nullptr;
-    if (gadget == nullptr || !gadget->enabled || element.kind <= host::ElementKind::Tabs) return;
-    if (const Json value = ValueFor(*gadget); !IsNull(value)) Set(dialog, gadget->id, value);
-  }
-
-  // Another value than the neutral one.
-  static Json ValueFor(const host::Gadget& gadget) {
-    constexpr double kWithoutLimits = 5;
-    switch (gadget.kind) {
-      case host::ElementKind::Integer:
-        return Json(std::int64_t{2});
-      case host::ElementKind::Real:
-      case host::ElementKind::Slider: {
-        const double range = gadget.maximum - gadget.minimum;
-        if (!(range < 1000)) return Json(kWithoutLimits);
-        const double steps = std::floor(range / gadget.step / 3);
-        return Json(std::round((gadget.minimum + steps * gadget.step) * gadget.Scale()));
-      }
-      case host::ElementKind::Check:
-        return Json(gadget.Integer() == 0);
-      case host::ElementKind::Choice:  // a preview on an object takes its time
-        return Json(std::int64_t{gadget.entries.front().label == "Flat"
-                                     ? gadget.entries.front().value
-                                     : gadget.entries.back().value});
-      case host::ElementKind::Colour:
-        return Json(std::string("#306090"));
-      default:
-        return {};
-    }
-  }
-
-  void Set(host::Dialog& dialog, std::int32_t id, const Json& value) {
-    host::Gadget& gadget = *dialog.Find(id);
-    dialog.Set(gadget, host::TypedValue(gadget, value).value());
-    list_ += fmt::format(R"({{"set":{},"value":{}}},)", id, OneLine(value));
-    ++count_;
-  }
-
-  std::string list_ = "[";
-  int count_ = 0;
-};
-
-class EveryGadget : public DialogsTest, public testing::WithParamInterface<std::string> {};
-
-TEST_P(EveryGadget, WorksInAWindow) {
-  const std::string graph = fmt::format(R"({{"shader":"{}"}})", GetParam());
-  Thorough thorough;
-  host::Shader shader = MakeShader(graph);
-  const auto expected = Edit(shader, thorough);
-  EXPECT_GT(thorough.Count(), 2);
-  const auto edited = EditInWindow(graph, thorough.List());
-  EXPECT_EQ(edited.trouble, "") << thorough.List();
-  EXPECT_EQ(edited.block, expected.block) << thorough.List();
+  return fmt::format(R"({{"shader":"Gradient","ramp":[{}]}})", knots);
 }
 
-INSTANTIATE_TEST_SUITE_P(Of, EveryGadget, testing::ValuesIn(ShadersWithDialogs()),
-                         [](const auto& shader) {
-                           std::string name;
-                           for (const char c : shader.param) {
-                             if (std::isalnum(static_cast<unsigned char>(c)) != 0) name += c;
-                           }
-                           return name;
-                         });
+// Black, red and white at pixels 4, 234 and 465 of the area; biases half way between them.
+const std::string kThree = R"({"shader":"Gradient","ramp":[{"position":0,"colour":"#000000"},
+    {"position":0.5,"colour":"#ff0000"},{"position":1,"colour":"#ffffff"}]})";
+
+struct Point {
+  int x, y;
+};
+
+// A press at the first point, moves over the others, a release at the last.
+std::string Drag(std::initializer_list<Point> points) {
+  std::string events;
+  const auto add = [&](const char* what, Point at) {
+    events += fmt::format(R"({{"mouse":"{}","area":18001,"x":{},"y":{}}},)", what, at.x, at.y);
+  };
+  add("down", *points.begin());
+  for (const Point* at = points.begin() + 1; at < points.end(); ++at) add("move", *at);
+  add("up", *(points.end() - 1));
+  return events;
+}
+
+std::string List(const std::string& events) { return "[" + events + "\"ok\"]"; }
+
+std::vector<Edit> RampEdits() {
+  constexpr int kStrip = 18, kKnots = 30, kBiases = 6, kOutside = 60;
+  constexpr int kLeft = 4, kMiddle = 234, kBias = 119;
+  const std::string twice = R"({"mouse":"double","area":18001,"x":)";
+  const std::string repeat = R"({"key":"D","qualifier":2},)";
+  const std::string step = R"({"set":18003,"value":"Step"},)";
+  return {
+      {"OneOfThreeTornOff", kThree, List(Drag({{kMiddle, kKnots}, {kMiddle, kOutside}}))},
+      {"OneThatComesBack", kThree,
+       List(Drag({{kMiddle, kKnots}, {kMiddle, kOutside}, {kMiddle + 30, kKnots}}))},
+      {"OneOfTwoStays", Greys(2), List(Drag({{kLeft, kKnots}, {kLeft, kOutside}})), false},
+      {"OneFromFarOutside", kThree, List(Drag({{kMiddle, kKnots}, {600, kKnots}, {-20, kKnots}}))},
+      {"AClickOnTheStrip", kThree, List(Drag({{150, kStrip}}))},
+      {"AClickBesideTheStrip", kThree, List(Drag({{1, kStrip}})), false},
+      {"FiftyAreTheMost", Greys(50), List(Drag({{100, kStrip}, {140, kStrip}})), false},
+      {"Repeat", kThree, List(repeat)},
+      {"TwentySixAreNotRepeated", Greys(26), List(repeat), false},
+      {"ABias", kThree, List(Drag({{kBias, kBiases}, {165, kBiases}}))},
+      {"ABiasThatLeaves", kThree, List(Drag({{kBias, kBiases}, {165, kBiases}, {165, kOutside}}))},
+      {"StepsHaveNoBias", kThree, List(step + Drag({{kBias, kBiases}}))},
+      {"ADoublePressOnABias", kThree, List(Drag({{kBias, kBiases}}) + twice + R"(119,"y":6},)")},
+      {"ADoublePressOnAKnot", kThree,
+       List(Drag({{kMiddle, kKnots}}) + R"({"colour":[0,1,0]},)" + twice + R"(234,"y":30},)")},
+      {"ADoublePressOnTheStrip", kThree,
+       List(Drag({{150, kStrip}}) + R"({"colour":[0,0,1]},)" + twice + R"(150,"y":18},)")},
+      {"AColourThatIsCancelled", kThree,
+       List(Drag({{kMiddle, kKnots}}) + R"({"colour":null},)" + twice + R"(234,"y":30},)")},
+      {"FromBiasToBiasByKeys", kThree,
+       List(Drag({{kMiddle, kKnots}}) +
+            R"({"key":32768,"qualifier":2},{"key":32771,"qualifier":2},{"key":32770,"qualifier":1},
+               {"key":32769,"qualifier":2},{"key":32770,"qualifier":1},)")},
+      {"KeysThatAreTakenAndIgnored", kThree,
+       List(R"({"key":"C","qualifier":3},{"key":"V","qualifier":3},)"), false},
+      {"OfFalloff", R"({"shader":"Falloff"})",
+       R"([{"mouse":"down","area":20001,"x":100,"y":18},{"mouse":"move","area":20001,"x":180,"y":20},
+           {"mouse":"up","area":20001},"ok"])"},
+      {"OfFresnel", R"({"shader":"Fresnel"})",
+       R"([{"mouse":"down","area":27001,"x":100,"y":18},{"mouse":"move","area":27001,"x":180,"y":20},
+           {"mouse":"up","area":27001},"ok"])"},
+      {"OfColorizer", R"({"shader":"Colorizer"})",
+       R"([{"mouse":"down","area":17001,"x":100,"y":18},{"mouse":"move","area":17001,"x":180,"y":20},
+           {"mouse":"up","area":17001},{"set":17005,"value":{"shader":"Hue"}},"ok"])"},
+  };
+}
+
+INSTANTIATE_TEST_SUITE_P(Ramp, DialogsInWindows, testing::ValuesIn(RampEdits()),
+                         [](const auto& edit) { return edit.param.name; });
+
+// The lists that are shipped, each with the shader whose dialog has its gadgets.
+std::vector<Edit> ShippedEdits() {
+  std::vector<Edit> edits;
+  for (const auto& file : std::filesystem::directory_iterator(Examples() / "edits")) {
+    const std::string list = ReadAll(file.path());
+    const bool isOfGradient = list.find("18001") != std::string::npos;
+    edits.push_back({file.path().stem().string(),
+                     fmt::format(R"({{"shader":"{}"}})", isOfGradient ? "Gradient" : "2D Noise"),
+                     list});
+  }
+  return edits;
+}
+
+INSTANTIATE_TEST_SUITE_P(Shipped, DialogsInWindows, testing::ValuesIn(ShippedEdits()),
+                         [](const auto& edit) { return edit.param.name; });
 
 }  // namespace
 }  // namespace sorvanix::studio
