@@ -70,9 +70,11 @@ class QtHand : public Hand {
     QTest::keyClicks(&field, text);
   }
 
-  // QtTest lets all waiting events happen after a press.
+  // QtTest lets all waiting events happen after a press. Of a list that was closed one is that the
+  // window is active again, which would make an end of the press.
   void Click(QWidget& widget, QPoint place) override {
     isReleased_ = false;
+    QCoreApplication::processEvents();
     Press(widget, place, {});
     isReleased_ = true;
     Release();
