@@ -66,6 +66,11 @@ void LayoutBuilder::Forms::LetFieldsBeginAtOnePlace() const {
   int widest = 0;
   for (const QLabel* label : labels) widest = std::max(widest, label->sizeHint().width());
   for (QGridLayout* grid : grids) grid->setColumnMinimumWidth(0, widest);
+  for (const auto& [place, inner] : innerLabels) {
+    widest = 0;
+    for (const QLabel* label : inner) widest = std::max(widest, label->sizeHint().width());
+    for (QLabel* label : inner) label->setMinimumWidth(widest);
+  }
 }
 
 QWidget* LayoutBuilder::Build(const LayoutElement& root) {
@@ -116,7 +121,8 @@ QWidget* LayoutBuilder::MakeForm(QWidget* frame, Elements children, Forms& forms
   form->setColumnStretch(1, 1);
   if (hasFields) forms.grids.push_back(form);
   for (const LayoutElement& child : children) AddToForm(*form, child, hasFields, forms);
-  form->setRowStretch(form->rowCount(), 1);
+  const bool endsWithFrame = !children.empty() && children.back().kind == ElementKind::Group;
+  form->setRowStretch(endsWithFrame ? form->rowCount() - 1 : form->rowCount(), 1);
   return frame;
 }
 
@@ -154,6 +160,7 @@ void LayoutBuilder::AddFields(QGridLayout& form, Elements row, Forms& forms) {
         forms.labels.push_back(label);
         form.addWidget(label, line, 0);
       } else {
+        forms.innerLabels[static_cast<std::size_t>(&child - &row.front())].push_back(label);
         fields->addWidget(label);
       }
     }
@@ -180,8 +187,10 @@ QWidget* LayoutBuilder::MakeRow(const LayoutElement& element) {
     Forms forms;
     QWidget* widget = Make(child, forms);
     if (IsLabelled(child)) layout->addWidget(MakeLabel(child, widget));
-    // A column of pictures is as wide as they are; what is left goes to those with fields.
-    layout->addWidget(widget, widget->findChild<AreaWidget*>() != nullptr ? 0 : 1);
+    // A column of pictures is as wide as they are; what is left goes to those with fields. Pages
+    // are as high as what stands on them.
+    layout->addWidget(widget, widget->findChild<AreaWidget*>() != nullptr ? 0 : 1,
+                      child.kind == ElementKind::Tabs ? Qt::AlignTop : Qt::Alignment());
   }
   return row;
 }

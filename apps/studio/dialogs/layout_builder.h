@@ -1,7 +1,8 @@
 // Widgets for the elements of a dialog's layout.
 //
 // Gadgets that stand one below the other form two columns, labels and fields, and the fields of
-// groups that stand one below the other begin at the same place.
+// groups that stand one below the other begin at the same place, and so does what follows in rows
+// of several. Columns side by side end together.
 #pragma once
 
 #include <QGridLayout>
@@ -32,6 +33,7 @@ class LayoutBuilder {
   struct Forms {
     std::vector<QGridLayout*> grids;
     std::vector<const QLabel*> labels;
+    std::map<std::size_t, std::vector<QLabel*>> innerLabels;  // by their places in their rows
 
     void LetFieldsBeginAtOnePlace() const;
   };
