@@ -1,11 +1,14 @@
 #include "apps/studio/document/document.h"
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 
 #include <QSignalSpy>
+#include <csignal>
 
 #include "apps/studio/document/commands.h"
 #include "apps/studio/document/recent_files.h"
+#include "host/scene/binary_document.h"
 #include "host/scene/scene_file.h"
 #include "tests/studio/studio_fixture.h"
 
@@ -45,15 +48,222 @@ TEST_F(DocumentTest, UndoingToTheStartGivesTheBytesOfTheFirstSave) {
 }
 
 TEST_F(DocumentTest, ExamplesKeepTheirOwnLayoutThroughEditAndUndo) {
-  for (const char* name : {"still_life.json", "toy_shelf.json", "brushed_metal.json"}) {
-    const auto file = Examples() / "scenes" / name;
-    ASSERT_TRUE(document_.Open(file)) << name;
-    selection_.SetMaterial(0);
+  int seen = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(Examples() / "scenes")) {
+    const auto& file = entry.path();
+    if (file.extension() != ".json") continue;
+    ++seen;
+    ASSERT_TRUE(document_.Open(file)) << file;
     Edit();
-    ASSERT_EQ(document_.History().count(), 7) << name;
+    ASSERT_GE(document_.History().count(), 6) << file;
+    ASSERT_NE(document_.Text(), ReadAll(file)) << file;
     UndoAll();
-    EXPECT_EQ(document_.Text(), ReadAll(file)) << name;
+    EXPECT_EQ(document_.Text(), ReadAll(file)) << file;
+    EXPECT_EQ(document_.Warnings(), "") << file;
   }
+  EXPECT_GE(seen, 10);
+}
+
+TEST_F(DocumentTest, AnotherDocumentBeginsAtItsFirstMaterial) {
+  Edit();
+  selection_.SetMaterial(1);
+  selection_.SetPlace({.channel = "bump", .inputs = {}});
+  ASSERT_TRUE(document_.Open(Examples() / "scenes" / "still_life.json"));
+  EXPECT_EQ(selection_.Material(), 0);
+  EXPECT_EQ(selection_.Place().channel, "colour");
+}
+
+TEST_F(DocumentTest, MaterialsMoveInTheirList) {
+  for (const char* name : {"B", "C"}) {
+    commands_.AddMaterial();
+    commands_.RenameMaterial(selection_.Material(), name);
+  }
+  const std::string before = document_.Text();
+  commands_.MoveMaterial(1);
+  EXPECT_EQ(document_.Text(), before) << "the last one stays the last";
+  commands_.MoveMaterial(-1);
+  commands_.MoveMaterial(-1);
+  EXPECT_EQ(MaterialNames(document_.Scene()), (std::vector<std::string>{"C", "Material", "B"}));
+  EXPECT_EQ(selection_.Material(), 0) << "the moved one stays selected";
+  commands_.MoveMaterial(1);
+  commands_.MoveMaterial(1);
+  EXPECT_EQ(document_.Text(), before);
+}
+
+TEST_F(DocumentTest, WithoutAMaterialEveryCommandComplains) {
+  commands_.RemoveMaterial();
+  ASSERT_TRUE(document_.Materials().empty());
+  const QSignalSpy complaints(&commands_, &Commands::Complained);
+  commands_.RenameMaterial(selection_.Material(), "Name");
+  commands_.DuplicateMaterial();
+  commands_.RemoveMaterial();
+  commands_.MoveMaterial(1);
+  commands_.PlaceShader(selection_.Place(), "Tiles");
+  commands_.TakeShader(selection_.Place(), "Hue");
+  EXPECT_EQ(complaints.count(), 6);
+  document_.History().undo();
+  EXPECT_EQ(document_.Materials().size(), 1U);
+}
+
+class BinaryDocumentTest : public DocumentTest {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(document_.Open(Examples() / "scenes" / "still_life.json"));
+    ASSERT_TRUE(document_.SaveAs(file_));
+    ASSERT_TRUE(host::IsBinaryDocument(ReadAll(file_)));
+  }
+  const std::filesystem::path file_ = Folder() / "scene.svx";
+};
+
+TEST_F(BinaryDocumentTest, OpensToTheSameScene) {
+  Document other(Catalogue());
+  ASSERT_TRUE(other.Open(file_));
+  EXPECT_EQ(OneLine(other.Scene()), OneLine(document_.Scene()));
+}
+
+TEST_F(BinaryDocumentTest, UndoingToTheStartGivesTheBytesOfTheFirstSave) {
+  const std::string first = ReadAll(file_);
+  ASSERT_TRUE(document_.Open(file_));
+  Edit();
+  ASSERT_TRUE(document_.SaveAs(file_));
+  EXPECT_NE(ReadAll(file_), first);
+  UndoAll();
+  ASSERT_TRUE(document_.SaveAs(file_));
+  EXPECT_EQ(ReadAll(file_), first);
+}
+
+TEST_F(BinaryDocumentTest, SavedUnderAnotherNameItIsJson) {
+  ASSERT_TRUE(document_.Open(file_));
+  ASSERT_TRUE(document_.SaveAs(Folder() / "scene.json"));
+  EXPECT_EQ(ReadAll(Folder() / "scene.json").front(), '{');
+}
+
+TEST_F(BinaryDocumentTest, ADamagedOneIsToldAndLeavesTheDocumentUntouched) {
+  std::string bytes = ReadAll(file_);
+  bytes[bytes.size() / 2] = static_cast<char>(bytes[bytes.size() / 2] ^ 1);
+  WriteAll(Folder() / "bad.svx", bytes);
+  const std::string before = document_.Text();
+  const auto opened = document_.Open(Folder() / "bad.svx");
+  ASSERT_FALSE(opened);
+  EXPECT_THAT(opened.error(), HasSubstr("bad.svx"));
+  EXPECT_EQ(document_.Text(), before);
+}
+
+// A scene of a later program: members, an object, a channel and a shader that nobody knows today.
+constexpr const char* kLater = R"({"format":"sorvanix-scene","version":2,"mood":"calm",
+  "materials":[{"name":"M","finish":3,"channels":{
+    "colour":{"tint":1,"graph":{"shader":"Hue","glow":2,"input":{"shader":"2D Noise"}}},
+    "bump":{"graph":{"shader":"Fabric","weave":4}}, "sheen":{"amount":1}}}],
+  "objects":[{"kind":"cloud","density":0.5,"children":[
+    {"kind":"sphere","textures":[{"material":"M","wrap":"tight"}]}]}]})";
+
+class LaterDocumentTest : public DocumentTest {
+ protected:
+  void SetUp() override {
+    WriteAll(file_, kLater);
+    ASSERT_TRUE(document_.Open(file_));
+  }
+  // What the later program wrote.
+  static void ExpectAllKept(const std::string& text) {
+    for (const char* kept :
+         {"\"version\":2", "\"mood\":\"calm\"", "\"finish\":3", "\"tint\":1", "\"weave\":4",
+          "\"sheen\":{\"amount\":1}", "\"density\":0.5", "\"wrap\":\"tight\""}) {
+      EXPECT_THAT(text, HasSubstr(kept));
+    }
+  }
+  const std::filesystem::path file_ = Folder() / "later.json";
+};
+
+TEST_F(LaterDocumentTest, WhatIsDoubtfulIsTold) {
+  for (const char* name : {"/version", "/mood", "finish", "Fabric", "sheen", "cloud"}) {
+    EXPECT_THAT(document_.Warnings(), HasSubstr(name));
+  }
+  document_.New();
+  EXPECT_EQ(document_.Warnings(), "");
+}
+
+TEST_F(LaterDocumentTest, EverythingUnknownStaysThroughEditsAndSaving) {
+  commands_.SetStrength("colour", 0.5F);
+  commands_.Wrap({.channel = "colour", .inputs = {}}, "Colorizer");
+  commands_.SwitchChannel("bump", false);
+  commands_.PlaceShader({.channel = "diffusion", .inputs = {}}, "Tiles");
+  commands_.AddMaterial();
+  commands_.RenameMaterial(0, "Renamed");
+  ASSERT_EQ(document_.History().count(), 6);
+  const auto saved = Folder() / "saved.json";
+  ASSERT_TRUE(document_.SaveAs(saved));
+  const std::string text = OneLine(Parsed(ReadAll(saved)));
+  ExpectAllKept(text);
+  EXPECT_THAT(text, HasSubstr("\"glow\":2"));
+  EXPECT_TRUE(Document(Catalogue()).Open(saved));
+}
+
+TEST_F(LaterDocumentTest, UndoingToTheStartGivesItsBytes) {
+  commands_.SetStrength("colour", 0.5F);
+  commands_.RenameMaterial(0, "Renamed");
+  UndoAll();
+  ASSERT_TRUE(document_.SaveAs(file_));
+  EXPECT_EQ(ReadAll(file_), kLater);
+}
+
+TEST_F(LaterDocumentTest, ItGoesThroughTheBinaryFormToo) {
+  ASSERT_TRUE(document_.SaveAs(Folder() / "later.svx"));
+  Document other(Catalogue());
+  ASSERT_TRUE(other.Open(Folder() / "later.svx"));
+  ExpectAllKept(OneLine(other.Scene()));
+}
+
+class DiskTest : public DocumentTest {
+ protected:
+  void SetUp() override { ASSERT_TRUE(document_.SaveAs(file_)); }
+  const std::filesystem::path file_ = Folder() / "scene.json";
+};
+
+TEST_F(DiskTest, TheFileIsComparedWithWhatWasReadOrWritten) {
+  EXPECT_FALSE(document_.IsChangedOnDisk());
+  ASSERT_TRUE(document_.Open(file_));
+  EXPECT_FALSE(document_.IsChangedOnDisk());
+  Edit();
+  ASSERT_TRUE(document_.SaveAs(file_));
+  EXPECT_FALSE(document_.IsChangedOnDisk());
+  WriteAll(file_, ReadAll(file_) + ' ');
+  EXPECT_TRUE(document_.IsChangedOnDisk());
+  std::filesystem::remove(file_);
+  EXPECT_FALSE(document_.IsChangedOnDisk()) << "saving loses nothing then";
+}
+
+TEST_F(DiskTest, AWriteProtectedFileStaysAsItIs) {
+  const std::string before = ReadAll(file_);
+  std::filesystem::permissions(file_, std::filesystem::perms::owner_read);
+  Edit();
+  const auto saved = document_.SaveAs(file_);
+  ASSERT_FALSE(saved);
+  EXPECT_THAT(saved.error(), HasSubstr("scene.json: is write-protected"));
+  EXPECT_EQ(ReadAll(file_), before);
+  EXPECT_TRUE(document_.IsModified());
+}
+
+// A disk is full as a process may write no more: both refuse the bytes.
+TEST_F(DiskTest, AFullDiskLeavesTheFormerFileAndTheChanges) {
+  const std::string before = ReadAll(file_);
+  Edit();
+  const std::string edited = document_.Text();
+  rlimit usual{};
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &usual), 0);
+  const auto former = std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit full = {100, usual.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &full);
+  const auto saved = document_.SaveAs(file_);
+  setrlimit(RLIMIT_FSIZE, &usual);
+  std::signal(SIGXFSZ, former);
+  ASSERT_FALSE(saved);
+  EXPECT_THAT(saved.error(), HasSubstr("scene.json: cannot be written"));
+  EXPECT_EQ(ReadAll(file_), before);
+  EXPECT_TRUE(document_.IsModified());
+  EXPECT_EQ(document_.Text(), edited);
+  std::size_t files = 0;
+  for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(Folder())) ++files;
+  EXPECT_EQ(files, 1U) << "nothing half-written is left";
 }
 
 TEST_F(DocumentTest, RedoingGivesTheEditedBytesAgain) {
@@ -83,6 +293,33 @@ TEST_F(DocumentTest, UndoAfterSavingElsewhereStillFindsTheFiles) {
   UndoAll();
   EXPECT_NE(host::ReadScene(document_.Text(), document_.File(), {.catalogue = &Catalogue()}).scene,
             nullptr);
+}
+
+// A turn of the wheel over the field changes the strength many times.
+TEST_F(DocumentTest, AStrengthThatIsChangedInManyStepsIsOneStep) {
+  ASSERT_TRUE(document_.SaveAs(Folder() / "scene.json"));
+  for (const float strength : {0.9F, 0.8F, 0.7F}) commands_.SetStrength("colour", strength);
+  EXPECT_EQ(document_.History().count(), 1);
+  EXPECT_EQ(StrengthOf(*selection_.MaterialJson(), "colour"), 0.7F);
+  commands_.PlaceShader({.channel = "bump", .inputs = {}}, "Tiles");
+  commands_.SetStrength("bump", 0.5F);
+  commands_.SetStrength("colour", 0.5F);
+  EXPECT_EQ(document_.History().count(), 4) << "of different channels";
+  document_.History().setIndex(1);
+  EXPECT_EQ(StrengthOf(*selection_.MaterialJson(), "colour"), 0.7F);
+  document_.History().undo();
+  EXPECT_FALSE(document_.IsModified());
+  EXPECT_EQ(document_.Text(), ReadAll(Folder() / "scene.json"));
+}
+
+TEST_F(DocumentTest, AfterSavingASeriesBeginsAnew) {
+  commands_.SetStrength("colour", 0.9F);
+  ASSERT_TRUE(document_.SaveAs(Folder() / "scene.json"));
+  commands_.SetStrength("colour", 0.8F);
+  EXPECT_TRUE(document_.IsModified());
+  document_.History().undo();
+  EXPECT_FALSE(document_.IsModified());
+  EXPECT_EQ(StrengthOf(*selection_.MaterialJson(), "colour"), 0.9F);
 }
 
 TEST_F(DocumentTest, NoChangeIsNoStep) {
@@ -168,7 +405,7 @@ TEST_F(DocumentTest, CommandsThatCannotBeDoneComplainAndChangeNothing) {
 }
 
 TEST_F(DocumentTest, AMaterialFileBecomesAMaterialThatStandsByItself) {
-  commands_.AddMaterialFile(Examples() / "graphs" / "embers.json");
+  ASSERT_TRUE(commands_.AddMaterialFile(Examples() / "graphs" / "embers.json"));
   ASSERT_EQ(document_.Materials().size(), 2U);
   EXPECT_EQ(TextMember(document_.Materials()[1], "name"), "embers");
   EXPECT_EQ(selection_.Material(), 1);

@@ -38,7 +38,7 @@ class LongestTurn : public QObject {
 // A person sees a delay of 50 ms as none. A machine that does other work at the same time may be
 // late for its own reasons, so the best of some tries counts.
 constexpr qint64 kNoDelay = 50;
-constexpr int kTries = 4;
+constexpr int kTries = 8;
 
 TEST_F(StudioTest, TheEventLoopTurnsWithinFiftyMillisecondsDuringABake) {
   Workshop workshop(*SharedEngine());
@@ -46,12 +46,23 @@ TEST_F(StudioTest, TheEventLoopTurnsWithinFiftyMillisecondsDuringABake) {
   MainWindow window(workshop, dialogs);
   window.resize(900, 600);
   window.show();
-  workshop.commands.PlaceFile(workshop.selection.Place(), Examples() / "graphs" / "embers.json");
+  const GraphPlace colour = workshop.selection.Place();
+  workshop.commands.PlaceShader(colour, "2D Noise");
+  // A user who goes on working: each turn is a change, which is checked, shown, and painted.
+  QTimer user;
+  QObject::connect(&user, &QTimer::timeout, &user, [&, turn = 0]() mutable {
+    workshop.commands.SetStrength("colour", static_cast<float>(++turn % 10) / 10);
+    if (turn % 5 == 0) workshop.commands.Wrap(colour, "Hue");
+    if (turn % 5 == 4) workshop.document.History().undo();
+    workshop.selection.SetPlace(turn % 2 == 0 ? colour
+                                              : GraphPlace{.channel = "bump", .inputs = {}});
+  });
+  user.start(40);
   QTest::qWait(100);
 
   qint64 best = 1000000;
   for (int i = 0; i < kTries && best >= kNoDelay; ++i) {
-    BakeWorker worker(SharedEngine()->Module(), Catalogue());
+    BakeWorker worker(Catalogue());
     QSignalSpy ended(&worker, &BakeWorker::Ended);
     cli::BakeOptions options;
     options.picture.width = options.picture.height = 2048;

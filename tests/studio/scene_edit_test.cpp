@@ -26,7 +26,9 @@ TEST_F(SceneEditTest, NamesThatAreTakenGetANumber) {
   const Json scene = Parsed(kScene);
   EXPECT_EQ(FreeMaterialName(scene, "Green"), "Green");
   EXPECT_EQ(FreeMaterialName(scene, "Red"), "Red 2");
-  EXPECT_EQ(FreeMaterialName(RenameMaterial(scene, 1, "Red 2"), "Red"), "Red 3");
+  const Json two = RenameMaterial(scene, 1, "Red 2");
+  EXPECT_EQ(FreeMaterialName(two, "Red"), "Red 3");
+  EXPECT_EQ(FreeMaterialName(two, "Red 2"), "Red 3") << "the copy of a copy";
 }
 
 TEST_F(SceneEditTest, TexturesFollowTheNameOfTheirMaterial) {

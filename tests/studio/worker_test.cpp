@@ -155,7 +155,7 @@ class ExportTest : public WorkerTest {
   // The error.
   QString Export(const std::filesystem::path& material, const cli::BakeOptions& options,
                  const std::filesystem::path& file) {
-    BakeWorker worker(SharedEngine()->Module(), Catalogue());
+    BakeWorker worker(Catalogue());
     QSignalSpy ended(&worker, &BakeWorker::Ended);
     worker.Begin(
         {.sceneText = SceneOf(material), .sceneFile = {}, .options = options, .file = file});
@@ -192,7 +192,7 @@ TEST_F(ExportTest, WritesTheNormalMapOfTheCommandLine) {
 TEST_F(ExportTest, CancellingLeavesTheFileAsItWas) {
   const auto file = Folder() / "picture.png";
   WriteAll(file, "the former one");
-  BakeWorker worker(SharedEngine()->Module(), Catalogue());
+  BakeWorker worker(Catalogue());
   QSignalSpy ended(&worker, &BakeWorker::Ended);
   cli::BakeOptions options;
   options.picture.width = options.picture.height = 4096;

@@ -19,15 +19,26 @@ std::filesystem::path PathOf(const QString& name) { return host::PathFromUtf8(na
 
 QString LockOf(const QString& file) { return file + ".lock"; }
 
-std::optional<Rescued> Read(const QString& file) {
-  const auto text = host::ReadTextFile(PathOf(file));
+// What cannot be read leaves the text empty.
+void Read(Rescued& rescued) {
+  const auto text = host::ReadTextFile(PathOf(rescued.place));
   const auto json = text ? host::ParseJson(*text) : tl::unexpected(host::JsonError{});
   const Json* scene = json ? json->Find("scene") : nullptr;
-  if (scene == nullptr) return std::nullopt;
-  return Rescued{host::WriteJson(*scene) + '\n', host::PathFromUtf8(TextMember(*json, "file"))};
+  if (scene == nullptr) return;
+  rescued.text = host::WriteJson(*scene) + '\n';
+  rescued.file = host::PathFromUtf8(TextMember(*json, "file"));
+  rescued.diskHash = TextMember(*json, "hash");
 }
 
 }  // namespace
+
+void Rescued::Forget() { QFile::remove(place); }
+
+QString Rescued::SetAside() {
+  const QString aside = place + ".damaged";
+  QFile::rename(place, aside);
+  return aside;
+}
 
 Autosave::Autosave(Document& document, const QString& folder)
     : document_(document),
@@ -47,7 +58,10 @@ Autosave::Autosave(Document& document, const QString& folder)
 
 Autosave::~Autosave() { QFile::remove(file_); }
 
-void Autosave::Schedule() { timer_.start(); }
+// Not anew for each change: who never rests is saved too.
+void Autosave::Schedule() {
+  if (!timer_.isActive()) timer_.start();
+}
 
 void Autosave::Flush() {
   timer_.stop();
@@ -56,24 +70,26 @@ void Autosave::Flush() {
     return;
   }
   const Json::Object rescued = {{"file", Json(host::Utf8FromPath(document_.File()))},
+                                {"hash", Json(document_.DiskHash())},
                                 {"scene", document_.Scene()}};
   // A full disk must not disturb the work; saving tells about it.
   [[maybe_unused]] const auto written = WriteFile(PathOf(file_), host::WriteJson(Json(rescued)));
 }
 
-std::optional<Rescued> Autosave::TakeRescued(const QString& folder) {
+std::vector<Rescued> Autosave::LeftBehind(const QString& folder) {
+  std::vector<Rescued> all;
   const QFileInfoList files =
       QDir(folder).entryInfoList({"autosave-*.json"}, QDir::Files, QDir::Time);
   for (const QFileInfo& info : files) {
-    const QString file = info.filePath();
-    QLockFile lock(LockOf(file));
-    lock.setStaleLockTime(0);
-    if (!lock.tryLock(0)) continue;  // of a studio that runs
-    auto rescued = Read(file);
-    QFile::remove(file);
-    if (rescued) return rescued;
+    Rescued rescued;
+    rescued.place = info.filePath();
+    rescued.lock = std::make_shared<QLockFile>(LockOf(rescued.place));
+    rescued.lock->setStaleLockTime(0);
+    if (!rescued.lock->tryLock(0)) continue;  // of a studio that runs
+    Read(rescued);
+    all.push_back(std::move(rescued));
   }
-  return std::nullopt;
+  return all;
 }
 
 }  // namespace sorvanix::studio

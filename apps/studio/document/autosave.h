@@ -10,17 +10,28 @@
 #include <QString>
 #include <QTimer>
 #include <filesystem>
-#include <optional>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "apps/studio/document/document.h"
 
 namespace sorvanix::studio {
 
-/// What a crash left behind.
+/// What a crash left behind. It stays on the disk until it is forgotten, so that nothing is lost
+/// when it cannot be opened, or when the next crash comes too soon.
 struct Rescued {
-  std::string text;            ///< of the scene
-  std::filesystem::path file;  ///< of the document; empty for none
+  QString place;                    ///< the file in the application's data
+  std::string text;                 ///< of the scene; empty when the file is damaged
+  std::filesystem::path file;       ///< of the document; empty for none
+  std::string diskHash;             ///< of the document's file then
+  std::shared_ptr<QLockFile> lock;  ///< while it lives, no other studio takes the same
+
+  bool IsDamaged() const { return text.empty(); }
+  /// Removes it.
+  void Forget();
+  /// Puts it out of the way under another name, which is the answer.
+  QString SetAside();
 };
 
 class Autosave : public QObject {
@@ -32,9 +43,8 @@ class Autosave : public QObject {
   /// The end of the program is no crash: nothing is left behind.
   ~Autosave() override;
 
-  /// Takes what a crash left in the folder, the latest first, and removes it there. Nothing when
-  /// there is none, or when it cannot be read.
-  static std::optional<Rescued> TakeRescued(const QString& folder);
+  /// What crashes left in the folder, the latest first.
+  static std::vector<Rescued> LeftBehind(const QString& folder);
 
   /// Writes at once what would be written soon.
   void Flush();

@@ -41,15 +41,17 @@ const host::ShaderDescription* Commands::Shader(const QString& name) {
   return shader;
 }
 
-void Commands::Insert(std::size_t index, Json material, const QString& what) {
+tl::expected<void, std::string> Commands::Insert(std::size_t index, Json material,
+                                                 const QString& what) {
   Json scene = studio::InsertMaterial(document_.Scene(), index, std::move(material));
-  Take(document_.ChangeScene(std::move(scene), what));
-  selection_.SetMaterial(static_cast<int>(index));
+  auto changed = document_.ChangeScene(std::move(scene), what);
+  if (changed) selection_.SetMaterial(static_cast<int>(index));
+  return changed;
 }
 
 void Commands::AddMaterial() {
   const std::string name = FreeMaterialName(document_.Scene(), "Material");
-  Insert(document_.Materials().size(), NewMaterial(name), tr("Add Material"));
+  Take(Insert(document_.Materials().size(), NewMaterial(name), tr("Add Material")));
 }
 
 void Commands::DuplicateMaterial() {
@@ -57,14 +59,15 @@ void Commands::DuplicateMaterial() {
   if (material == nullptr) return;
   Json copy = *material;
   SetMember(copy, "name", Json(FreeMaterialName(document_.Scene(), TextMember(*material, "name"))));
-  Insert(static_cast<std::size_t>(selection_.Material()) + 1, std::move(copy),
-         tr("Duplicate Material"));
+  Take(Insert(static_cast<std::size_t>(selection_.Material()) + 1, std::move(copy),
+              tr("Duplicate Material")));
 }
 
 void Commands::RenameMaterial(int index, const QString& name) {
   const auto place = static_cast<std::size_t>(index);
   const std::string wanted = name.trimmed().toStdString();
   const auto names = MaterialNames(document_.Scene());
+  if (index < 0 || place >= names.size()) return Q_EMIT Complained(tr("There is no material."));
   if (wanted.empty()) return Q_EMIT Complained(tr("A material needs a name."));
   if (wanted == names.at(place)) return;
   if (std::find(names.begin(), names.end(), wanted) != names.end()) {
@@ -81,19 +84,30 @@ void Commands::RemoveMaterial() {
                              tr("Delete Material")));
 }
 
-void Commands::AddMaterialFile(const fs::path& file) {
+void Commands::MoveMaterial(int by) {
+  if (Material() == nullptr) return;
+  const int to = selection_.Material() + by;
+  if (to < 0 || to >= static_cast<int>(document_.Materials().size())) return;
+  Take(document_.ChangeScene(
+      MoveMaterialTo(document_.Scene(), static_cast<std::size_t>(selection_.Material()),
+                     static_cast<std::size_t>(to)),
+      tr("Move Material")));
+  selection_.SetMaterial(to);
+}
+
+tl::expected<void, std::string> Commands::AddMaterialFile(const fs::path& file) {
   auto graph = ReadGraphFile(file);
-  if (!graph) return Q_EMIT Complained(QString::fromStdString(graph.error()));
+  if (!graph) return tl::unexpected(graph.error());
   const std::string name = host::Utf8FromPath(file.stem());
   auto material = PlaceGraph(NewMaterial(FreeMaterialName(document_.Scene(), name)),
                              {.channel = "colour", .inputs = {}}, std::move(*graph));
-  Insert(document_.Materials().size(), std::move(*material), tr("Add %1").arg(Quoted(name)));
+  return Insert(document_.Materials().size(), std::move(*material), tr("Add %1").arg(Quoted(name)));
 }
 
-void Commands::ChangeGraph(ChangedMaterial changed, const QString& what) {
+void Commands::ChangeGraph(ChangedMaterial changed, const QString& what, const QString& series) {
   if (!changed) return Q_EMIT Complained(QString::fromStdString(changed.error()));
   const auto index = static_cast<std::size_t>(selection_.Material());
-  Take(document_.ChangeMaterial(index, std::move(*changed), what));
+  Take(document_.ChangeMaterial(index, std::move(*changed), what, series));
 }
 
 void Commands::PlaceShader(const GraphPlace& place, const QString& name) {
@@ -101,6 +115,17 @@ void Commands::PlaceShader(const GraphPlace& place, const QString& name) {
   const auto* shader = Shader(name);
   if (material == nullptr || shader == nullptr) return;
   ChangeGraph(PlaceGraph(*material, place, NewShader(*shader)), tr("Place %1").arg(name));
+}
+
+void Commands::TakeShader(const GraphPlace& place, const QString& name) {
+  const Json* material = Material();
+  const auto* shader = Shader(name);
+  if (material == nullptr || shader == nullptr) return;
+  if (!shader->inputs.empty() && FindGraph(*material, place) != nullptr) {
+    Wrap(place, name);
+  } else {
+    ReplaceShader(place, name);
+  }
 }
 
 void Commands::ReplaceShader(const GraphPlace& place, const QString& name) {
@@ -137,6 +162,19 @@ void Commands::Move(const GraphPlace& from, const GraphPlace& to) {
   }
 }
 
+void Commands::Copy(const GraphPlace& from, const GraphPlace& to) {
+  const Json* material = Material();
+  const Json* graph = material != nullptr ? FindGraph(*material, from) : nullptr;
+  if (graph == nullptr || from == to) return;
+  ChangeGraph(PlaceGraph(*material, to, *graph), tr("Copy Shader"));
+}
+
+void Commands::Paste(const GraphPlace& place, Json graph) {
+  if (const Json* material = Material()) {
+    ChangeGraph(PlaceGraph(*material, place, std::move(graph)), tr("Paste Shader"));
+  }
+}
+
 void Commands::SwitchChannel(const QString& channel, bool on) {
   const Json* material = Material();
   const std::string name = channel.toStdString();
@@ -147,7 +185,8 @@ void Commands::SwitchChannel(const QString& channel, bool on) {
 
 void Commands::SetStrength(const std::string& channel, float strength) {
   if (const Json* material = Material()) {
-    ChangeGraph(studio::SetStrength(*material, channel, strength), tr("Change Strength"));
+    ChangeGraph(studio::SetStrength(*material, channel, strength), tr("Change Strength"),
+                "strength of " + QString::fromStdString(channel));
   }
 }
 
@@ -180,15 +219,13 @@ void Commands::Embed(const GraphPlace& place) {
               tr("Embed %1").arg(Quoted(*name)));
 }
 
-void Commands::PlaceEdited(const GraphPlace& place, const Json& graph, const Json& state) {
+void Commands::PlaceEdited(const GraphPlace& edited, const Json& graph, const Json& state) {
   const Json* material = Material();
-  if (material == nullptr) return;
-  auto changed = PlaceGraph(*material, place, graph);
-  if (changed && !IsNull(state)) {
-    SetMember(*FindMember(*FindMember(*changed, "channels"), place.channel), "state", state);
-  }
-  ChangeGraph(std::move(changed),
-              tr("Edit %1").arg(QString::fromStdString(TextMember(graph, "shader"))));
+  const auto* shader =
+      material != nullptr ? FindShader(*material, edited, document_.Catalogue()) : nullptr;
+  if (shader == nullptr) return;
+  ChangeGraph(PutEdited(*material, edited.channel, graph, state),
+              tr("Edit %1").arg(QString::fromStdString(shader->name)));
 }
 
 tl::expected<Json, std::string> Commands::ReadGraphFile(const fs::path& file) const {

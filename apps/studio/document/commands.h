@@ -26,16 +26,23 @@ class Commands : public QObject {
   void DuplicateMaterial();
   void RenameMaterial(int index, const QString& name);
   void RemoveMaterial();
-  /// A material file as a new material's colour.
-  void AddMaterialFile(const std::filesystem::path& file);
+  /// Changes its place in the list; -1 is up. At the end of the list it stays.
+  void MoveMaterial(int by);
+  /// A material file as a new material's colour. The error is one line.
+  tl::expected<void, std::string> AddMaterialFile(const std::filesystem::path& file);
 
   // Graphs, at a place of the selected material.
   void PlaceShader(const GraphPlace& place, const QString& shader);
+  /// A filter goes around what stands there, anything else takes its place.
+  void TakeShader(const GraphPlace& place, const QString& shader);
   void ReplaceShader(const GraphPlace& place, const QString& shader);
   void Wrap(const GraphPlace& place, const QString& filter);
   void Unwrap(const GraphPlace& place);
   void Remove(const GraphPlace& place);
   void Move(const GraphPlace& from, const GraphPlace& to);
+  void Copy(const GraphPlace& from, const GraphPlace& to);
+  /// A graph as a material file spells it.
+  void Paste(const GraphPlace& place, Json graph);
   void SwitchChannel(const QString& channel, bool on);
   void SetStrength(const std::string& channel, float strength);
   void SetColour(const std::string& channel, const Vector& colour);
@@ -44,16 +51,17 @@ class Commands : public QObject {
   void PlaceFile(const GraphPlace& place, const std::filesystem::path& file);
   /// Makes the graph of a material file, which a place refers to, part of the scene.
   void Embed(const GraphPlace& place);
-  /// A graph that came out of a dialog; with what the outermost shader stored, or null.
-  void PlaceEdited(const GraphPlace& place, const Json& graph, const Json& state);
+  /// A channel's graph that came out of the dialog of one of its shaders, with what the outermost
+  /// one stored, or null.
+  void PlaceEdited(const GraphPlace& edited, const Json& graph, const Json& state);
 
  Q_SIGNALS:
   void Complained(const QString& why);
 
  private:
   void Take(tl::expected<void, std::string> result);
-  void ChangeGraph(ChangedMaterial changed, const QString& what);
-  void Insert(std::size_t index, Json material, const QString& what);
+  void ChangeGraph(ChangedMaterial changed, const QString& what, const QString& series = {});
+  tl::expected<void, std::string> Insert(std::size_t index, Json material, const QString& what);
   const Json* Material();
   const host::ShaderDescription* Shader(const QString& name);
   /// A material file's graph as it is spelled in the document's folder.

@@ -34,8 +34,14 @@ class Document : public QObject {
   std::filesystem::path Folder() const { return file_.parent_path(); }
   /// For people: the file's name, or "Untitled".
   QString Title() const;
-  /// The bytes of the file. A scene that is as it was opened keeps its own layout.
+  /// As JSON. A scene that is as it was opened keeps its own layout.
   std::string Text() const;
+  /// What is doubtful in the file as it was opened, one line for each; empty for nothing.
+  const std::string& Warnings() const { return warnings_; }
+  /// Whether the file holds something else than what was last read from it or written to it.
+  bool IsChangedOnDisk() const;
+  /// By which IsChangedOnDisk knows the file; empty without one.
+  const std::string& DiskHash() const { return diskHash_; }
   bool IsModified() const { return !history_.isClean(); }
   QUndoStack& History() { return history_; }
 
@@ -43,17 +49,19 @@ class Document : public QObject {
   // and what was expected, one line for each problem.
   void New();
   tl::expected<void, std::string> Open(const std::filesystem::path& file);
-  /// What was rescued from a crash: unsaved changes of a file, or of none.
+  /// What was rescued from a crash: unsaved changes of a file, or of none, and its DiskHash then.
   tl::expected<void, std::string> Recover(const std::string& text,
-                                          const std::filesystem::path& file);
+                                          const std::filesystem::path& file,
+                                          const std::string& diskHash);
 
-  /// Writes the file, whole or not at all.
+  /// Writes the file, whole or not at all, in the form that its name says.
   tl::expected<void, std::string> SaveAs(const std::filesystem::path& file);
 
   /// One step of the history. Checked as a file is: what could not be opened again is refused, with
-  /// nothing changed, and one line tells why. No change at all is no step.
+  /// nothing changed, and one line tells why. No change at all is no step. Changes of a material
+  /// that follow one another in the same series, such as turns of the wheel, are one step.
   tl::expected<void, std::string> ChangeMaterial(std::size_t index, Json material,
-                                                 const QString& what);
+                                                 const QString& what, const QString& series = {});
   tl::expected<void, std::string> ChangeScene(Json scene, const QString& what);
 
  Q_SIGNALS:
@@ -63,11 +71,15 @@ class Document : public QObject {
   void SceneChanged();
   /// The document has another name.
   void FileChanged();
+  /// It is another document now. SceneChanged comes after it.
+  void Replaced();
 
  private:
   friend class DocumentChange;
 
-  void Start(Json scene, const std::filesystem::path& file, std::string openedText);
+  void Start(Json scene, const std::filesystem::path& file, std::string openedBytes);
+  bool IsAsOpened() const;
+  std::string BytesFor(const std::filesystem::path& file, const Json& scene) const;
   void PutMaterial(std::size_t index, Json material);
   void PutScene(Json scene);
   tl::expected<void, std::string> Check(const Json& scene) const;
@@ -75,8 +87,10 @@ class Document : public QObject {
   const host::ShaderCatalogue& catalogue_;
   Json scene_;
   std::filesystem::path file_;
-  std::string openedText_;  // of the file as it was opened; empty for a new scene
-  std::string openedJson_;  // the same in one line, to be compared with
+  std::string openedBytes_;  // of the file as it was opened; empty for a new scene
+  std::string openedJson_;   // the same as JSON in one line, to be compared with
+  std::string diskHash_;
+  std::string warnings_;
   QUndoStack history_;
 };
 

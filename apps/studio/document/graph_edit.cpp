@@ -114,6 +114,14 @@ ChangedMaterial PlaceGraph(Json material, const GraphPlace& place, Json graph) {
   return changed;
 }
 
+ChangedMaterial PutEdited(Json material, const std::string& channel, Json graph, Json state) {
+  auto changed = Put(std::move(material), {.channel = channel, .inputs = {}}, std::move(graph));
+  if (changed && !IsNull(state)) {
+    SetMember(ChannelOf(*changed, channel), kState, std::move(state));
+  }
+  return changed;
+}
+
 ChangedMaterial ReplaceShader(Json material, const GraphPlace& place,
                               const host::ShaderDescription& shader,
                               const host::ShaderCatalogue& catalogue) {

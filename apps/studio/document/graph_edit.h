@@ -48,6 +48,10 @@ using ChangedMaterial = tl::expected<Json, std::string>;
 /// Puts a graph at a place, in place of what stands there. A channel that was off is on then.
 ChangedMaterial PlaceGraph(Json material, const GraphPlace& place, Json graph);
 
+/// Puts a channel's graph after a dialog, with what its outermost shader stored, or null. The
+/// channel stays on or off.
+ChangedMaterial PutEdited(Json material, const std::string& channel, Json graph, Json state);
+
 /// Exchanges the shader that stands there: what fills its inputs goes over to the new one's, by
 /// their names, then in their order, as far as it has inputs.
 ChangedMaterial ReplaceShader(Json material, const GraphPlace& place,

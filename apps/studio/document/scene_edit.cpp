@@ -88,6 +88,23 @@ Json NewScene() {
   return InsertMaterial(host::ParseJson(kNewScene).value(), 0, NewMaterial("Material"));
 }
 
+void TakeVersion(Json& scene, const Json& like) {
+  if (const Json* version = like.Find("version")) SetMember(scene, "version", *version);
+}
+
+Json SceneOf(Json material, const Json& like) {
+  Json scene = host::ParseJson(R"({"format":"sorvanix-scene","version":1})").value();
+  TakeVersion(scene, like);
+  return InsertMaterial(std::move(scene), 0, std::move(material));
+}
+
+std::string FirstError(const host::SceneReading& reading) {
+  for (const host::SceneProblem& problem : reading.problems) {
+    if (problem.isError) return problem.message;
+  }
+  return "the scene cannot be read";
+}
+
 Json NewMaterial(const std::string& name) {
   Json material(Json::Object{{"name", Json(name)}});
   SetMember(SetMember(material, "channels", Json(Json::Object())), "colour", Json(Json::Object()));
@@ -104,9 +121,14 @@ std::vector<std::string> MaterialNames(const Json& scene) {
 
 std::string FreeMaterialName(const Json& scene, const std::string& wanted) {
   const std::vector<std::string> names = MaterialNames(scene);
+  // "Wood 2" is the second "Wood".
+  const std::size_t end = wanted.find_last_not_of("0123456789");
+  const bool isNumbered =
+      end != std::string::npos && end > 0 && end + 1 < wanted.size() && wanted[end] == ' ';
+  const std::string stem = isNumbered ? wanted.substr(0, end) : wanted;
   std::string name = wanted;
   for (int i = 2; std::find(names.begin(), names.end(), name) != names.end(); ++i) {
-    name = fmt::format("{} {}", wanted, i);
+    name = fmt::format("{} {}", stem, i);
   }
   return name;
 }
@@ -138,6 +160,16 @@ Json RenameMaterial(Json scene, std::size_t index, const std::string& name) {
       if (TextMember(texture, "material") == former) SetMember(texture, "material", Json(name));
     }
   });
+  return scene;
+}
+
+Json MoveMaterialTo(Json scene, std::size_t from, std::size_t to) {
+  Json::Array& materials = MakeListMember(scene, kMaterials);
+  const auto at = [&materials](std::size_t index) {
+    return materials.begin() + static_cast<std::ptrdiff_t>(index);
+  };
+  if (from < to) std::rotate(at(from), at(from + 1), at(to + 1));
+  if (to < from) std::rotate(at(to), at(from), at(from + 1));
   return scene;
 }
 

@@ -5,6 +5,10 @@
 namespace sorvanix::studio {
 
 Selection::Selection(Document& document) : document_(document) {
+  connect(&document_, &Document::Replaced, this, [this] {
+    material_ = 0;
+    place_ = kFirst;
+  });
   connect(&document_, &Document::SceneChanged, this, &Selection::Settle);
   Settle();
 }

@@ -33,9 +33,10 @@ class Selection : public QObject {
  private:
   void Settle();
 
+  inline static const GraphPlace kFirst = {.channel = "colour", .inputs = {}};
   Document& document_;
   int material_ = 0;
-  GraphPlace place_ = {.channel = "colour", .inputs = {}};
+  GraphPlace place_ = kFirst;
 };
 
 }  // namespace sorvanix::studio

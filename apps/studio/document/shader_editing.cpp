@@ -4,123 +4,163 @@
 #include <sorvanix/ids.h>
 
 #include <algorithm>
+#include <vector>
 
-#include "host/channels/material_file.h"
-#include "host/channels/material_shader.h"
+#include "apps/studio/document/scene_edit.h"
+#include "host/channels/channel_link.h"
+#include "host/scene/graph_of_link.h"
+#include "host/scene/material_links.h"
+#include "host/scene/scene_file.h"
 #include "host/scene/scene_format.h"
-#include "host/services/filenames.h"
-#include "host/services/stream_json.h"
 
 namespace sorvanix::studio {
 
 namespace {
 
 using host::Container;
-using host::ParameterType;
-using host::ParameterValue;
-using host::ShaderParameter;
+using host::NestedContainer;
 
-host::Ramp RampFrom(const Container& container, const host::RampKeys& keys) {
-  host::Ramp ramp;
-  const auto count = std::clamp<Word>(container.GetInt(keys.count), 0, keys.knots);
-  for (std::int32_t i = 0, offset = 0; i < count; ++i, offset += keys.stride) {
-    ramp.push_back({.position = container.GetFloat(keys.position + offset),
-                    .colour = container.GetVector(keys.colour + offset),
-                    .bias = container.GetFloat(keys.bias + offset)});
-  }
-  return ramp;
-}
+// One shader on the way from the outermost one to an input, and the key of the input.
+struct Step {
+  Word shader;
+  std::int32_t input;
+};
 
-ParameterValue ValueFrom(const Container& container, const ShaderParameter& parameter) {
-  switch (parameter.type) {
-    case ParameterType::Integer:
-      return static_cast<std::int32_t>(container.GetInt(parameter.key));
-    case ParameterType::Real:
-      return container.GetFloat(parameter.key);
-    case ParameterType::Bool:
-      return container.GetBool(parameter.key);
-    case ParameterType::Vector:
-      return container.GetVector(parameter.key);
-    case ParameterType::Ramp:
-      return RampFrom(container, parameter.ramp);
-    case ParameterType::Text:
-      break;
-  }
-  const host::Text* text = container.GetText(parameter.key);
-  return text != nullptr ? text->text : std::string();
-}
-
-std::int32_t ChannelNumber(const std::string& channel) {
+std::size_t ChannelNumber(const std::string& channel) {
   const auto found = std::find(host::kChannelNames.begin(), host::kChannelNames.end(), channel);
-  return static_cast<std::int32_t>(found - host::kChannelNames.begin());
+  return static_cast<std::size_t>(found - host::kChannelNames.begin());
 }
 
-// Takes back what the shader once stored, which says more than its parameters do.
-void Restore(host::Shader& shader, const Json& material, const GraphPlace& place) {
-  const Json* channel = material.Find("channels")->Find(place.channel);
-  const Json* state = place.inputs.empty() ? channel->Find("state") : nullptr;
-  auto values = state != nullptr ? host::StreamFromJson(*state) : tl::unexpected(host::JsonError{});
-  if (!values) return;
-  host::Stream stream(std::move(*values));
-  shader.Read(stream);
-}
-
-Json StateOf(const host::Shader& shader) {
+std::vector<host::StreamValue> StoredBy(const host::Shader& shader) {
   host::Stream stream;
-  if (!shader.Write(stream) || stream.Values().empty()) return {};
-  return host::StreamToJson(stream.Values());
+  shader.Write(stream);
+  return stream.Values();
+}
+
+// What a link tells of itself leaves empty inputs out; to empty those of another link they must be
+// told.
+void TellEmptyInputs(Container& link, const host::ShaderCatalogue& catalogue) {
+  const auto* shader = catalogue.Find(static_cast<std::int32_t>(link.GetInt(KeyLinkPluginId)));
+  Container* parameters = link.GetContainer(KeyLinkParameters);
+  if (shader == nullptr || parameters == nullptr) return;
+  for (const host::ShaderInput& input : shader->inputs) {
+    Container* inner = parameters->GetContainer(input.key);
+    if (inner != nullptr && inner->IndexOf(KeyLinkPluginId) >= 0) {
+      TellEmptyInputs(*inner, catalogue);
+      continue;
+    }
+    Container empty;
+    empty.Set(KeyLinkPluginId, Word{host::StreamLink::kEmpty});
+    parameters->Set(input.key, NestedContainer(empty));
+  }
+}
+
+// What a link told of what stands in an input of an input of ..., and the way there; null when it
+// is no shader.
+const Container* ContentAt(const Container& link, const std::vector<std::string>& inputs,
+                           const host::ShaderCatalogue& catalogue, std::vector<Step>& way) {
+  const Container* content = &link;
+  for (const std::string& name : inputs) {
+    const Word id = content->GetInt(KeyLinkPluginId);
+    const auto* shader = catalogue.Find(static_cast<std::int32_t>(id));
+    const auto* input = shader != nullptr ? shader->FindInput(name) : nullptr;
+    const Container* parameters = content->GetContainer(KeyLinkParameters);
+    if (input == nullptr || parameters == nullptr) return nullptr;
+    way.push_back({id, input->key});
+    content = parameters->GetContainer(input->key);
+    if (content == nullptr) return nullptr;
+  }
+  return content;
+}
+
+// The shader of an input belongs to the one around it, so its dialog runs on a copy. What came of
+// it is told to the outermost shader, which keeps all else that it has. False when nothing came.
+bool EditInput(host::Link& outermost, const GraphPlace& place, const EditingPlace& with) {
+  Container told;
+  outermost.Message(MessageGetParameters, told);
+  std::vector<Step> way;
+  const Container* content = ContentAt(told, place.inputs, with.catalogue, way);
+  host::Link copy;
+  Container description;
+  if (content != nullptr) description.Assign(*content);
+  copy.Message(MessageSetParameters, description);
+  host::Shader* const shader = copy.HeldShader();
+  if (shader == nullptr) return false;
+  shader->Instance().channel = outermost.HeldShader()->Channel();
+  if (!with.editor.Edit(*shader)) return false;
+
+  Container edited;
+  copy.Message(MessageGetParameters, edited);
+  TellEmptyInputs(edited, with.catalogue);
+  for (auto step = way.rbegin(); step != way.rend(); ++step) {
+    Container parameters, around;
+    parameters.Set(step->input, NestedContainer(edited));
+    around.Set(KeyLinkPluginId, step->shader);
+    around.Set(KeyLinkParameters, NestedContainer(parameters));
+    edited.Assign(Container());
+    for (const auto& [key, value] : around) edited.Set(key, value);
+  }
+  return outermost.Message(MessageSetParameters, edited) != 0;
+}
+
+// `after`, with the former spelling of all that is as it was `before`: names of material files,
+// numbers as the user wrote them, members that only a later program knows. Null: nothing is.
+Json Respell(const Json& former, const Json* before, const Json& after,
+             const host::ShaderCatalogue& catalogue) {
+  const auto same = [](const Json* first, const Json* second) {
+    return first == nullptr || second == nullptr ? first == second : SameJson(*first, *second);
+  };
+  if (before != nullptr && SameJson(*before, after)) return former;
+  const host::ShaderDescription* shader = ShaderOf(after, catalogue);
+  if (shader == nullptr || ShaderOf(former, catalogue) != shader) return after;
+  Json spelled = former;
+  const auto take = [&](const std::string& name) {
+    const Json* was = before != nullptr ? before->Find(name) : nullptr;
+    const Json* is = after.Find(name);
+    if (before != nullptr && same(was, is)) return;
+    if (is == nullptr) return RemoveMember(spelled, name);
+    const Json* spelling = former.Find(name);
+    SetMember(spelled, name,
+              Respell(spelling != nullptr ? *spelling : Json(), was, *is, catalogue));
+  };
+  for (const host::ShaderParameter& parameter : shader->parameters) take(parameter.name);
+  for (const host::ShaderInput& input : shader->inputs) take(input.name);
+  return spelled;
 }
 
 }  // namespace
 
-host::MaterialNode NodeFrom(const Container& parameters, const host::ShaderDescription& shader,
-                            const host::ShaderCatalogue& catalogue,
-                            const std::filesystem::path& folder) {
-  host::MaterialNode node = {.shader = &shader, .values = {}, .inputs = {}};
-  for (const ShaderParameter& parameter : shader.parameters) {
-    ParameterValue value = ValueFrom(parameters, parameter);
-    if (SameJson(JsonOf(parameter, value), JsonOf(parameter, parameter.initial))) continue;
-    node.values.push_back({&parameter, std::move(value)});
-  }
-  for (const host::ShaderInput& input : shader.inputs) {
-    const Container* link = parameters.GetContainer(input.key);
-    if (link == nullptr) continue;
-    const auto id = static_cast<std::int32_t>(link->GetInt(KeyLinkPluginId));
-    const Container* below = link->GetContainer(KeyLinkParameters);
-    const host::Filename* file = link->GetFilename(KeyLinkFilename);
-    const auto* inner = id != 0 ? catalogue.Find(id) : nullptr;
-    if (inner != nullptr && below != nullptr) {
-      node.inputs.push_back({&input, NodeFrom(*below, *inner, catalogue, folder)});
-    } else if (file != nullptr) {
-      const auto path = host::PathFromUtf8(file->path);
-      const auto name = folder.empty() ? path : path.lexically_proximate(folder);
-      node.inputs.push_back({&input, host::MaterialBitmap{host::Utf8FromPath(name), path}});
-    }
-  }
-  return node;
-}
-
 tl::expected<std::optional<EditedGraph>, std::string> EditShader(const Json& material,
                                                                  const GraphPlace& place,
                                                                  const EditingPlace& with) {
-  const Json* graph = FindGraph(material, place);
-  const host::ShaderDescription* description = FindShader(material, place, with.catalogue);
-  if (graph == nullptr || description == nullptr) {
+  if (FindShader(material, place, with.catalogue) == nullptr) {
     return tl::unexpected(fmt::format("there is no shader at {}", Describe(place)));
   }
-  const auto reading =
-      host::ReadMaterial(host::WriteJson(*graph, -1), with.catalogue, {with.file, {}});
-  if (!reading.material) return tl::unexpected(reading.Errors().front().message);
-  auto shader = host::MakeShader(with.module, *reading.material, ChannelNumber(place.channel));
-  if (!shader) return tl::unexpected(shader.error());
-  shader->FreeRender();
-  Restore(*shader, material, place);
-  if (!with.editor.Edit(*shader)) return std::nullopt;
-
-  const host::MaterialNode edited =
-      NodeFrom(shader->Parameters(), *description, with.catalogue, with.file.parent_path());
-  return EditedGraph{.graph = JsonOf(edited),
-                     .state = place.inputs.empty() ? StateOf(*shader) : Json()};
+  const auto reading = host::ReadScene(host::WriteJson(SceneOf(material, with.scene), -1),
+                                       with.file, {.catalogue = &with.catalogue});
+  if (reading.scene == nullptr) return tl::unexpected(FirstError(reading));
+  const auto problems = host::LinkMaterials(*reading.scene);
+  auto& channel = reading.scene->materials.front()->channels[ChannelNumber(place.channel)];
+  host::Link& outermost = host::LinkOf(channel);
+  if (outermost.HeldShader() == nullptr) {
+    return tl::unexpected(problems.empty() ? "its shader cannot be had" : problems.front());
+  }
+  const auto spelled = [&] {
+    return host::GraphOf(outermost, with.catalogue, with.file.parent_path());
+  };
+  const Json before = spelled();
+  const auto stored = StoredBy(*outermost.HeldShader());
+  const bool isConfirmed = place.inputs.empty() ? with.editor.Edit(*outermost.HeldShader())
+                                                : EditInput(outermost, place, with);
+  const Json after = spelled();
+  if (!isConfirmed || (SameJson(before, after) && StoredBy(*outermost.HeldShader()) == stored)) {
+    return std::nullopt;
+  }
+  const Json* known = channel.isGraphStale ? nullptr : &before;
+  const GraphPlace whole = {.channel = place.channel, .inputs = {}};
+  Json graph = Respell(*FindGraph(material, whole), known, after, with.catalogue);
+  host::StoreStates(*reading.scene);
+  return EditedGraph{.graph = std::move(graph), .state = channel.state};
 }
 
 }  // namespace sorvanix::studio

@@ -1,7 +1,8 @@
 // Editing one shader of a graph in its own dialog.
 //
-// A shader is made from the graph, its dialog runs, and what the shader holds then is the graph
-// that takes its place. Nothing is changed on the way, so one dialog is one step of the history.
+// The shaders of the channel are made from its graph and what they stored, the dialog runs on one
+// of them, and what they hold then takes the place of both. Nothing is changed on the way, so one
+// dialog is one step of the history.
 #pragma once
 
 #include <filesystem>
@@ -10,8 +11,7 @@
 #include <tl/expected.hpp>
 
 #include "apps/studio/document/graph_edit.h"
-#include "host/channels/material.h"
-#include "host/loader/module.h"
+#include "host/loader/shader.h"
 
 namespace sorvanix::studio {
 
@@ -29,30 +29,24 @@ class OwnDialogs : public ShaderEditor {
   bool Edit(host::Shader& shader) override { return shader.Edit(); }
 };
 
+/// A channel after a dialog.
 struct EditedGraph {
-  Json graph;
-  Json state;  ///< what the shader stored of itself, when it is its channel's outermost; else null
+  Json graph;  ///< spelled as before where nothing changed, with what only later programs know
+  Json state;  ///< what the outermost shader stores of itself; null when it stores nothing
 };
 
-/// What a module and a document must lend to a dialog.
+/// What a document must lend to a dialog.
 struct EditingPlace {
-  const host::Module& module;
   const host::ShaderCatalogue& catalogue;
+  const Json& scene;           ///< of the document; the material is of its version
   std::filesystem::path file;  ///< of the document
   ShaderEditor& editor;
 };
 
-/// Edits what stands at a place of a material. Nothing when the user cancelled; the error is one
-/// line: nothing is there, or the shader cannot be made.
+/// Edits what stands at a place of a material. Nothing when the user cancelled or changed nothing;
+/// the error is one line: nothing is there, or the shader cannot be made.
 tl::expected<std::optional<EditedGraph>, std::string> EditShader(const Json& material,
                                                                  const GraphPlace& place,
                                                                  const EditingPlace& with);
-
-/// The graph that a shader's parameters describe (message MessageGetParameters); what has its
-/// default is left out. Bitmaps are named relative to the folder, by their whole path without one.
-host::MaterialNode NodeFrom(const host::Container& parameters,
-                            const host::ShaderDescription& shader,
-                            const host::ShaderCatalogue& catalogue,
-                            const std::filesystem::path& folder);
 
 }  // namespace sorvanix::studio

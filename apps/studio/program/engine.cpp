@@ -18,7 +18,9 @@ tl::expected<std::unique_ptr<Engine>, std::string> Engine::Load(const std::strin
   auto catalogue = cli::LoadCatalogue(*file);
   if (!catalogue) return tl::unexpected(catalogue.error());
   host::SetTextureLoader(host::OpenBitmapTexture);
-  std::unique_ptr<Engine> engine(new Engine(std::move(*catalogue), file->parent_path()));
+  std::error_code error;
+  const auto folder = std::filesystem::absolute(*file, error).lexically_normal().parent_path();
+  std::unique_ptr<Engine> engine(new Engine(std::move(*catalogue), folder));
   if (auto loaded = engine->module_.Load(*file); !loaded) {
     return tl::unexpected(loaded.error().message);
   }

@@ -23,9 +23,12 @@ class Engine {
 
   const host::Module& Module() const { return *module_; }
   const host::ShaderCatalogue& Catalogue() const { return catalogue_; }
-  /// The folders that lie beside the module.
+  /// The folder beside the module.
   std::filesystem::path Resources() const { return folder_ / "Resources"; }
-  std::filesystem::path Documentation() const { return folder_ / "Documentation"; }
+  /// The page that the plug-in's own About dialog opens: beside the module's folder.
+  std::filesystem::path DocumentationPage() const {
+    return folder_.parent_path() / "Documentation" / "index.html";
+  }
   /// What the module takes for the open document.
   host::OpenDocuments& Documents() { return documents_; }
 

@@ -9,14 +9,15 @@
 #include <string>
 #include <tl/expected.hpp>
 
+#include "apps/sorvanix/failure.h"
 #include "apps/studio/window/main_window.h"
 
 namespace sorvanix::studio {
 
 /// Runs the steps of a file. Names of files in it are relative to where the program was started.
-/// The error is one line that names the step: then the steps before it are done.
-tl::expected<void, std::string> RunScript(const std::filesystem::path& file, Workshop& workshop,
-                                          MainWindow& window);
+/// A failure tells where the step stands that failed: then the steps before it are done.
+tl::expected<void, cli::Failure> RunScript(const std::filesystem::path& file, Workshop& workshop,
+                                           MainWindow& window);
 
 /// Waits until the view is final and thumbnails are painted, or for so many seconds; false then.
 bool WaitUntilPainted(Workshop& workshop, MainWindow& window, double seconds);

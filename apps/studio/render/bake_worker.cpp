@@ -7,8 +7,9 @@
 
 #include "apps/sorvanix/bake_recipe.h"
 #include "apps/sorvanix/program.h"
+#include "apps/studio/document/scene_edit.h"
 #include "apps/studio/render/picture_worker.h"
-#include "host/channels/material_shader.h"
+#include "host/scene/material_links.h"
 #include "host/scene/scene_file.h"
 
 namespace sorvanix::studio {
@@ -62,13 +63,15 @@ std::string BakeWorker::Bake(const BakeRequest& request) {
 
   const auto reading =
       host::ReadScene(request.sceneText, request.sceneFile, {.catalogue = &catalogue_});
-  if (reading.scene == nullptr) return reading.problems.front().message;
-  const auto& channel =
+  if (reading.scene == nullptr) return FirstError(reading);
+  auto& channel =
       reading.scene->materials.front()->channels[static_cast<std::size_t>(options.channel)];
   const auto* graph = std::get_if<host::MaterialNode>(&channel.graph);
   if (graph == nullptr) return "there is no shader in this channel";
-  auto shader = host::MakeShader(module_, *graph, options.channel);
-  if (!shader) return shader.error();
+  // With what the shader stored, as the views show it.
+  const auto problems = host::LinkMaterials(*reading.scene);
+  host::Shader* const shader = host::LinkOf(channel).HeldShader();
+  if (shader == nullptr) return problems.empty() ? "its shader cannot be had" : problems.front();
 
   const cli::BakedMesh mesh;
   const auto baked = cli::BakePicture(

@@ -11,7 +11,6 @@
 #include <thread>
 
 #include "apps/sorvanix/bake_options.h"
-#include "host/loader/module.h"
 #include "host/services/shader_catalogue.h"
 
 namespace sorvanix::studio {
@@ -27,9 +26,8 @@ class BakeWorker : public QObject {
   Q_OBJECT
 
  public:
-  /// Both must outlive it.
-  BakeWorker(const host::Module& module, const host::ShaderCatalogue& catalogue)
-      : module_(module), catalogue_(catalogue) {}
+  /// The catalogue must outlive it.
+  explicit BakeWorker(const host::ShaderCatalogue& catalogue) : catalogue_(catalogue) {}
   /// Cancels.
   ~BakeWorker() override;
 
@@ -47,7 +45,6 @@ class BakeWorker : public QObject {
  private:
   std::string Bake(const BakeRequest& request);
 
-  const host::Module& module_;
   const host::ShaderCatalogue& catalogue_;
   std::atomic<bool> cancelled_ = false;
   std::thread thread_;

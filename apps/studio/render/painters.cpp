@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "apps/studio/document/scene_edit.h"
 #include "host/bake/flat_bake.h"
 #include "host/channels/channel_link.h"
 #include "host/render/renderer.h"
@@ -18,14 +19,9 @@ using ScenePointer = tl::expected<std::unique_ptr<host::Scene>, std::string>;
 ScenePointer ReadLinkedScene(const SceneRequest& request) {
   host::SceneReading reading =
       host::ReadScene(request.text, request.file, {.catalogue = request.catalogue});
-  if (reading.scene == nullptr) {
-    for (const host::SceneProblem& problem : reading.problems) {
-      if (problem.isError) return tl::unexpected(problem.message);
-    }
-    return tl::unexpected(std::string("the scene cannot be read"));
-  }
-  const auto problems = host::LinkMaterials(*reading.scene);
-  if (!problems.empty()) return tl::unexpected(problems.front());
+  if (reading.scene == nullptr) return tl::unexpected(FirstError(reading));
+  // Of what shaders stored, and no reason to show nothing: the picture is the command line's.
+  [[maybe_unused]] const auto doubtful = host::LinkMaterials(*reading.scene);
   return std::move(reading.scene);
 }
 
@@ -45,13 +41,15 @@ class ScenePainter : public Painter {
                                         .time = request_.time},
                                        options);
     if (!picture) return tl::unexpected(picture.error());
-    if (!picture->problems.empty()) return tl::unexpected(picture->problems.front());
+    if (!picture->problems.empty()) note_ = picture->problems.front();
     return std::move(picture->image);
   }
+  std::string Note() const override { return note_; }
 
  private:
   SceneRequest request_;
   std::unique_ptr<host::Scene> scene_;
+  std::string note_;
 };
 
 class FlatPainter : public Painter {

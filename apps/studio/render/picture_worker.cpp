@@ -79,14 +79,18 @@ void PictureWorker::Run() {
     try {
       Paint(job, number);
     } catch (const std::exception& error) {  // memory is short
-      Answer({.job = number, .image = {}, .error = error.what(), .isFinal = true});
+      Answer({.job = number, .image = {}, .error = error.what(), .note = {}, .isFinal = true});
     }
   }
 }
 
 void PictureWorker::Paint(const PictureJob& job, std::uint64_t number) {
   const auto fail = [&](const std::string& error) {
-    Answer({.job = number, .image = {}, .error = QString::fromStdString(error), .isFinal = true});
+    Answer({.job = number,
+            .image = {},
+            .error = QString::fromStdString(error),
+            .note = {},
+            .isFinal = true});
   };
   const PainterPointer painter = job.prepare();
   if (!painter) return fail(painter.error());
@@ -98,6 +102,7 @@ void PictureWorker::Paint(const PictureJob& job, std::uint64_t number) {
     Answer({.job = number,
             .image = ToQImage(**image),
             .error = {},
+            .note = QString::fromStdString((*painter)->Note()),
             .isFinal = &pass == &job.passes.back()});
   }
 }

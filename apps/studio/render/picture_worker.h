@@ -38,6 +38,8 @@ class Painter {
   /// Nothing when it was cancelled. The error is one line.
   virtual tl::expected<std::optional<host::Image>, std::string> Paint(
       const Pass& pass, const host::TaskOptions& options) = 0;
+  /// What is missing in the picture that was painted, in one line; or empty.
+  virtual std::string Note() const { return {}; }
 };
 using PainterPointer = tl::expected<std::unique_ptr<Painter>, std::string>;
 
@@ -51,6 +53,7 @@ struct PaintedPass {
   std::uint64_t job = 0;
   QImage image;   ///< null after an error
   QString error;  ///< one line, or empty
+  QString note;   ///< what is missing in the picture, in one line; or empty
   bool isFinal = false;
 };
 

@@ -77,6 +77,7 @@ std::string PreviewScenes::TextFor(const Json& material, const PreviewObject& ob
   if (object.kind == Kind::Scene) return host::WriteJson(scene);
   const bool isMesh = object.kind == Kind::Mesh;
   Json shown = scenes_.at(isMesh ? Kind::Sphere : object.kind);
+  TakeVersion(shown, scene);
   Json named = material;
   SetMember(named, "name", Json(std::string(kMaterial)));
   MakeListMember(shown, "materials").insert(MakeListMember(shown, "materials").begin(), named);

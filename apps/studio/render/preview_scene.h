@@ -32,8 +32,8 @@ class PreviewScenes {
   /// scene.
   explicit PreviewScenes(const std::filesystem::path& resources);
 
-  /// The text of a scene file that shows the material, which is the first one in it. The document's
-  /// own `scene` is what Kind::Scene shows.
+  /// The text of a scene file that shows the material, which is the first one in it, of the version
+  /// of the document's own `scene`. That scene itself is what Kind::Scene shows.
   std::string TextFor(const Json& material, const PreviewObject& object, const Json& scene) const;
 
  private:

@@ -40,9 +40,9 @@ void DocumentActions::Connect() {
     if (MayLeave()) workshop_.document.New();
   });
   connect(&open_, &QAction::triggered, this, [this] {
-    const QString name =
-        QFileDialog::getOpenFileName(window_, tr("Open"), TextOf(workshop_.document.Folder()),
-                                     tr("Scenes and materials (*.json *.c4d);;All files (*)"));
+    const QString name = QFileDialog::getOpenFileName(
+        window_, tr("Open"), TextOf(workshop_.document.Folder()),
+        tr("Scenes and materials (*.json *.svx *.c4d);;All files (*)"));
     if (!name.isEmpty()) OpenFile(PathOf(name));
   });
   connect(&save_, &QAction::triggered, this, &DocumentActions::SaveFile);
@@ -79,10 +79,11 @@ bool DocumentActions::MayLeave() {
 }
 
 void DocumentActions::OpenFile(const fs::path& file) {
-  if (!IsSceneFile(file) && fs::exists(file)) {
-    workshop_.commands.AddMaterialFile(file);
-  } else if (MayLeave()) {
-    LoadScene(file);
+  std::error_code error;
+  if (IsSceneFile(file) || !fs::exists(file, error)) {
+    if (MayLeave()) LoadScene(file);
+  } else if (const auto added = workshop_.commands.AddMaterialFile(file); !added) {
+    Complain(tr("\u201c%1\u201d cannot be added.").arg(TextOf(file.filename())), added.error());
   }
 }
 
@@ -92,19 +93,44 @@ bool DocumentActions::LoadScene(const fs::path& file) {
     return false;
   }
   AddRecentFile(TextOf(workshop_.document.File()));
+  if (!workshop_.document.Warnings().empty()) TellWarnings();
   return true;
 }
 
+// Beside the work: it goes on without an answer.
+void DocumentActions::TellWarnings() {
+  auto* box = new QMessageBox(
+      QMessageBox::Information, tr("sorvaNIX Studio"),
+      tr("\u201c%1\u201d is open. What is doubtful in it is kept.").arg(workshop_.document.Title()),
+      QMessageBox::Ok, window_);
+  box->setInformativeText(QString::fromStdString(workshop_.document.Warnings()));
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->setModal(false);
+  box->show();
+}
+
 bool DocumentActions::SaveFile() {
-  const fs::path& file = workshop_.document.File();
-  return file.empty() ? SaveFileAs() : Write(file);
+  const fs::path file = workshop_.document.File();
+  if (file.empty()) return SaveFileAs();
+  if (workshop_.document.IsChangedOnDisk()) {
+    const auto answer =
+        QMessageBox::warning(window_, tr("Changed File"),
+                             tr("Another program changed \u201c%1\u201d. Replace what it wrote?")
+                                 .arg(workshop_.document.Title()),
+                             QMessageBox::Save | QMessageBox::Cancel, QMessageBox::Cancel);
+    if (answer != QMessageBox::Save) return false;
+  }
+  return Write(file);
 }
 
 bool DocumentActions::SaveFileAs() {
   QFileDialog dialog(window_, tr("Save As"), TextOf(workshop_.document.File()),
-                     tr("Scenes (*.json)"));
+                     tr("Scenes (*.json);;Compact scenes (*.svx)"));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setDefaultSuffix("json");
+  connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
+    dialog.setDefaultSuffix(filter.contains("svx") ? "svx" : "json");
+  });
   if (dialog.exec() != QDialog::Accepted) return false;
   return Write(PathOf(dialog.selectedFiles().constFirst()));
 }

@@ -24,10 +24,11 @@ class DocumentActions : public QObject {
 
   /// Asks what to do with unsaved changes; false when the user wants to go on working on them.
   bool MayLeave();
-  /// Opens a scene after asking; a material file becomes a new material.
+  /// Opens a scene after asking; a material file becomes a new material. Tells errors in a box.
   void OpenFile(const std::filesystem::path& file);
-  /// Opens without asking; tells errors in a box.
+  /// Opens without asking; tells errors in a box, and what is doubtful in the file.
   bool LoadScene(const std::filesystem::path& file);
+  /// Asks before it replaces what another program wrote.
   bool SaveFile();
   bool SaveFileAs();
 
@@ -38,6 +39,7 @@ class DocumentActions : public QObject {
   void Connect();
   void FillRecent();
   bool Write(const std::filesystem::path& file);
+  void TellWarnings();
   void Complain(const QString& what, const std::string& why);
 
   Workshop& workshop_;

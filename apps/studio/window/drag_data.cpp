@@ -3,7 +3,7 @@
 #include <QUrl>
 
 #include "host/channels/material_file.h"
-#include "host/scene/scene_format.h"
+#include "host/scene/document_file.h"
 #include "host/services/filenames.h"
 
 namespace sorvanix::studio {
@@ -52,19 +52,26 @@ QMimeData* DragOfFile(const std::filesystem::path& file) {
   return data;
 }
 
-std::optional<std::filesystem::path> DraggedFile(const QMimeData& data) {
+std::vector<std::filesystem::path> DraggedFiles(const QMimeData& data) {
+  std::vector<std::filesystem::path> files;
   for (const QUrl& url : data.urls()) {
-    if (url.isLocalFile()) return host::PathFromUtf8(url.toLocalFile().toStdString());
+    if (url.isLocalFile()) files.push_back(host::PathFromUtf8(url.toLocalFile().toStdString()));
   }
-  return std::nullopt;
+  return files;
+}
+
+std::optional<std::filesystem::path> DraggedFile(const QMimeData& data) {
+  const auto files = DraggedFiles(data);
+  return files.empty() ? std::nullopt : std::optional(files.front());
 }
 
 bool IsSceneFile(const std::filesystem::path& file) {
-  if (file.extension() == ".c4d") return true;  // as the module names its preview scenes
-  if (file.extension() != ".json") return false;
-  const auto text = host::ReadMaterialText(file);
+  const auto extension = file.extension();
+  if (extension == ".c4d" || extension == host::kBinaryExtension) return true;
+  if (extension != ".json") return false;  // do not read all of a picture or a mesh
+  const auto text = host::ReadDocument(file);
   const auto json = text ? host::ParseJson(*text) : tl::unexpected(host::JsonError{});
-  return json && TextMember(*json, "format") == host::kSceneFormat;
+  return json && json->Find("format") != nullptr;
 }
 
 }  // namespace sorvanix::studio

@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <filesystem>
 #include <optional>
+#include <vector>
 
 #include "apps/studio/document/graph_edit.h"
 
@@ -22,8 +23,10 @@ std::optional<GraphPlace> DraggedPlace(const QMimeData& data);
 /// The types of all that a place of the graph tree takes.
 QStringList DroppableTypes();
 
-/// A file: of the presets, or from outside. Only the first of several.
+/// A file: of the presets, or from outside.
 QMimeData* DragOfFile(const std::filesystem::path& file);
+std::vector<std::filesystem::path> DraggedFiles(const QMimeData& data);
+/// The first one.
 std::optional<std::filesystem::path> DraggedFile(const QMimeData& data);
 
 /// Whether a file says that it is a scene; materials say nothing.

@@ -3,6 +3,7 @@
 #include <QFileDialog>
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -16,6 +17,11 @@ namespace {
 constexpr int kSizes[] = {256, 512, 1024, 2048, 4096, 8192};
 constexpr int kUsualSize = 1024;
 constexpr int kFieldWidth = 320;
+
+QString TextOf(const std::filesystem::path& path) {
+  return QString::fromStdString(host::Utf8FromPath(path));
+}
+std::filesystem::path PathOf(const QString& text) { return host::PathFromUtf8(text.toStdString()); }
 
 void AddDepths(QComboBox& box) {
   const std::pair<const char*, host::PixelDepth> depths[] = {
@@ -34,7 +40,7 @@ ExportDialog::ExportDialog(Workshop& workshop, QWidget* parent)
     : QDialog(parent),
       workshop_(workshop),
       buttons_(QDialogButtonBox::Save | QDialogButtonBox::Cancel),
-      worker_(workshop.engine.Module(), workshop.engine.Catalogue()) {
+      worker_(workshop.engine.Catalogue()) {
   setWindowTitle(tr("Export Bake"));
   for (std::size_t i = 0; i < host::kChannelNames.size(); ++i) channel_.addItem(ChannelTitle(i));
   channel_.setCurrentIndex(static_cast<int>(workshop.SelectedChannel()));
@@ -47,9 +53,9 @@ ExportDialog::ExportDialog(Workshop& workshop, QWidget* parent)
   surface_.addItem(tr("Plane: with a surface, for solid noise"));
   normal_.addItem(tr("OpenGL: green grows upwards"));
   normal_.addItem(tr("DirectX: green grows downwards"));
-  file_.setText(QString::fromStdString(
-      host::Utf8FromPath(workshop.document.Folder() /
-                         (TextMember(*workshop.selection.MaterialJson(), "name") + ".png"))));
+  QString name = QString::fromStdString(TextMember(*workshop.selection.MaterialJson(), "name"));
+  name.replace('/', '_');
+  file_.setText(TextOf(workshop.document.Folder() / PathOf(name + ".png")));
   Arrange();
   connect(&channel_, &QComboBox::currentIndexChanged, this, &ExportDialog::ShowWhatFits);
   connect(&buttons_, &QDialogButtonBox::accepted, this, &ExportDialog::Begin);
@@ -93,7 +99,9 @@ void ExportDialog::Arrange() {
 void ExportDialog::ChooseFile() {
   const QString name = QFileDialog::getSaveFileName(
       this, tr("Export Bake"), file_.text(), tr("Images (*.png *.tif *.exr *.jpg);;All files (*)"));
-  if (!name.isEmpty()) file_.setText(name);
+  if (name.isEmpty()) return;
+  chosen_ = name;
+  file_.setText(name);
 }
 
 // A normal map is the bump channel's, and needs a surface.
@@ -104,7 +112,18 @@ void ExportDialog::ShowWhatFits() {
   surface_.setEnabled(!isBump);
 }
 
+// What the file dialog chose it has asked about.
+bool ExportDialog::MayReplace() {
+  std::error_code error;
+  const QString name = file_.text();
+  if (name == chosen_ || !std::filesystem::exists(PathOf(name), error)) return true;
+  return QMessageBox::question(
+             this, tr("Export Bake"), tr("\u201c%1\u201d is there already. Replace it?").arg(name),
+             QMessageBox::Save | QMessageBox::Cancel, QMessageBox::Cancel) == QMessageBox::Save;
+}
+
 void ExportDialog::Begin() {
+  if (!MayReplace()) return;
   cli::BakeOptions options;
   options.channel = channel_.currentIndex();
   options.plane = surface_.currentIndex() == 1;
@@ -120,11 +139,11 @@ void ExportDialog::Begin() {
   progress_.setValue(0);
   progress_.show();
   buttons_.button(QDialogButtonBox::Save)->setEnabled(false);
-  worker_.Begin(
-      {.sceneText = workshop_.previews.TextFor(*workshop_.selection.MaterialJson(), {}, {}),
-       .sceneFile = workshop_.document.File(),
-       .options = options,
-       .file = host::PathFromUtf8(file_.text().toStdString())});
+  worker_.Begin({.sceneText = workshop_.previews.TextFor(*workshop_.selection.MaterialJson(), {},
+                                                         workshop_.document.Scene()),
+                 .sceneFile = workshop_.document.File(),
+                 .options = options,
+                 .file = PathOf(file_.text())});
 }
 
 void ExportDialog::End(const QString& error, bool cancelled) {

@@ -26,6 +26,7 @@ class ExportDialog : public QDialog {
   void Arrange();
   void ChooseFile();
   void ShowWhatFits();
+  bool MayReplace();
   void Begin();
   void End(const QString& error, bool cancelled);
 
@@ -33,6 +34,7 @@ class ExportDialog : public QDialog {
   QComboBox channel_, surface_, normal_, size_, depth_;
   QSpinBox samples_;
   QLineEdit file_;
+  QString chosen_;  // by the file dialog
   QProgressBar progress_;
   QLabel problem_;
   QDialogButtonBox buttons_;

@@ -31,12 +31,20 @@ GraphActions::GraphActions(Workshop& workshop, QWidget* parent)
       file_(tr("Place &File\u2026")),
       embed_(tr("E&mbed File")),
       unwrap_(tr("&Unwrap")),
+      cut_(tr("Cu&t")),
       copy_(tr("&Copy")),
       paste_(tr("P&aste")),
       remove_(IconOf(Symbol::Delete), tr("&Remove")) {
   edit_.setToolTip(tr("Open the dialog of the selected shader (Enter)"));
   edit_.setShortcut(tr("Ctrl+E"));
   remove_.setToolTip(tr("Empty the selected place (Del)"));
+  cut_.setShortcut(QKeySequence::Cut);
+  copy_.setShortcut(QKeySequence::Copy);
+  paste_.setShortcut(QKeySequence::Paste);
+  remove_.setShortcut(QKeySequence::Delete);
+  for (QAction* action : OfFocus()) action->setShortcutContext(Qt::WidgetShortcut);
+  file_.setShortcut(tr("Ctrl+Shift+O"));
+  unwrap_.setShortcut(tr("Ctrl+Shift+U"));
   embed_.setToolTip(tr("Make the graph of this file part of the scene"));
   unwrap_.setToolTip(tr("Take the filter away and leave what it filters"));
   place_.setIcon(IconOf(Symbol::Add));
@@ -49,6 +57,10 @@ GraphActions::GraphActions(Workshop& workshop, QWidget* parent)
           [this] { workshop_.commands.Embed(workshop_.selection.Place()); });
   connect(&unwrap_, &QAction::triggered, this,
           [this] { workshop_.commands.Unwrap(workshop_.selection.Place()); });
+  connect(&cut_, &QAction::triggered, this, [this] {
+    Copy();
+    remove_.trigger();
+  });
   connect(&copy_, &QAction::triggered, this, &GraphActions::Copy);
   connect(&paste_, &QAction::triggered, this, &GraphActions::Paste);
   connect(&remove_, &QAction::triggered, this,
@@ -85,6 +97,7 @@ void GraphActions::FillMenus() {
   menu_.addAction(&unwrap_);
   menu_.addAction(&embed_);
   menu_.addSeparator();
+  menu_.addAction(&cut_);
   menu_.addAction(&copy_);
   menu_.addAction(&paste_);
   menu_.addAction(&remove_);
@@ -108,16 +121,18 @@ void GraphActions::Copy() {
 }
 
 void GraphActions::Paste() {
-  const auto graph = host::ParseJson(QGuiApplication::clipboard()->text().toStdString());
-  if (!graph) return Q_EMIT workshop_.commands.Complained(tr("The clipboard holds no graph."));
-  workshop_.commands.PlaceEdited(workshop_.selection.Place(), *graph, {});
+  auto graph = host::ParseJson(QGuiApplication::clipboard()->text().toStdString());
+  if (!graph || graph->Find("shader") == nullptr) {
+    return Q_EMIT workshop_.commands.Complained(tr("The clipboard holds no graph."));
+  }
+  workshop_.commands.Paste(workshop_.selection.Place(), std::move(*graph));
 }
 
 void GraphActions::Update() {
   const Json* material = workshop_.selection.MaterialJson();
   const Json* graph = workshop_.selection.Graph();
   const auto* shader = graph != nullptr ? ShaderOf(*graph, workshop_.engine.Catalogue()) : nullptr;
-  const bool isFile = graph != nullptr && shader == nullptr;
+  const auto* file = graph != nullptr ? std::get_if<std::string>(&graph->value) : nullptr;
   place_.setTitle(graph == nullptr ? tr("&Place") : tr("Re&place By"));
   place_.setEnabled(material != nullptr);
   file_.setEnabled(material != nullptr);
@@ -125,7 +140,8 @@ void GraphActions::Update() {
   edit_.setEnabled(shader != nullptr);
   wrap_.setEnabled(graph != nullptr);
   unwrap_.setEnabled(shader != nullptr && !shader->inputs.empty());
-  embed_.setEnabled(isFile);
+  embed_.setEnabled(file != nullptr && file->ends_with(".json"));
+  cut_.setEnabled(graph != nullptr);
   copy_.setEnabled(graph != nullptr);
   remove_.setEnabled(graph != nullptr);
 }

@@ -21,6 +21,9 @@ class GraphActions : public QObject {
   QMenu* WrapMenu() { return &wrap_; }
   QAction* Edit() { return &edit_; }
   QAction* Remove() { return &remove_; }
+  /// Those whose keys mean other things elsewhere: the widget that the graphs are shown in adds
+  /// them to itself.
+  QList<QAction*> OfFocus() { return {&cut_, &copy_, &paste_, &remove_}; }
 
  Q_SIGNALS:
   /// The dialog of what stands at the selected place is wanted.
@@ -35,7 +38,7 @@ class GraphActions : public QObject {
 
   Workshop& workshop_;
   QMenu menu_, place_, wrap_;
-  QAction edit_, file_, embed_, unwrap_, copy_, paste_, remove_;
+  QAction edit_, file_, embed_, unwrap_, cut_, copy_, paste_, remove_;
 };
 
 }  // namespace sorvanix::studio

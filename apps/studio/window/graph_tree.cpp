@@ -43,6 +43,7 @@ GraphTree::GraphTree(Workshop& workshop, GraphActions& actions, QWidget* parent)
   setAccessibleName(tr("Channels"));
   setDragDropMode(QAbstractItemView::DragDrop);
   setDropIndicatorShown(true);
+  addActions(actions_.OfFocus());
   setContextMenuPolicy(Qt::CustomContextMenu);
   connect(this, &QWidget::customContextMenuRequested, this,
           [this](const QPoint& at) { actions_.Menu()->popup(viewport()->mapToGlobal(at)); });
@@ -87,9 +88,19 @@ void GraphTree::FillBelow(QTreeWidgetItem* item, const Json& material, const Gra
   const auto* shader = FindShader(material, place, workshop_.engine.Catalogue());
   if (shader == nullptr) {
     const auto* file = graph != nullptr ? std::get_if<std::string>(&graph->value) : nullptr;
-    item->setText(1, file != nullptr ? QString::fromStdString(*file) : QString("\u2013"));
     item->setForeground(1, palette().placeholderText());
-    if (file != nullptr) item->setToolTip(1, tr("A file: Embed File makes its graph editable"));
+    if (file != nullptr) {
+      item->setText(1, QString::fromStdString(*file));
+      item->setToolTip(1, file->ends_with(".json")
+                              ? tr("A file: Embed File makes its graph editable")
+                              : tr("A bitmap"));
+    } else if (graph != nullptr) {
+      const QString name = QString::fromStdString(TextMember(*graph, "shader"));
+      item->setText(1, tr("%1 (unknown)").arg(name));
+      item->setToolTip(1, tr("A shader of a later version; it is kept as it is"));
+    } else {
+      item->setText(1, QString("\u2013"));
+    }
     return;
   }
   item->setText(1, QString::fromStdString(shader->name));
@@ -116,7 +127,6 @@ void GraphTree::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
     return actions_.Edit()->trigger();
   }
-  if (event->matches(QKeySequence::Delete)) return actions_.Remove()->trigger();
   QTreeWidget::keyPressEvent(event);
 }
 
@@ -138,7 +148,8 @@ void GraphTree::dragMoveEvent(QDragMoveEvent* event) {
   }
 }
 
-bool GraphTree::dropMimeData(QTreeWidgetItem* parent, int, const QMimeData* data, Qt::DropAction) {
+bool GraphTree::dropMimeData(QTreeWidgetItem* parent, int, const QMimeData* data,
+                             Qt::DropAction action) {
   if (parent == nullptr) return false;
   const GraphPlace place = PlaceOf(*parent);
   const auto shader = DraggedShader(*data);
@@ -148,23 +159,20 @@ bool GraphTree::dropMimeData(QTreeWidgetItem* parent, int, const QMimeData* data
   const auto later = [this](auto work) {
     QMetaObject::invokeMethod(this, work, Qt::QueuedConnection);
   };
-  if (shader) later([=, this] { DropShader(place, *shader); });
-  if (from) later([=, this] { workshop_.commands.Move(*from, place); });
+  if (shader) {
+    later([=, this] {
+      workshop_.selection.SetPlace(place);
+      workshop_.commands.TakeShader(place, *shader);
+    });
+  }
+  if (from && action == Qt::CopyAction) {
+    later([=, this] { workshop_.commands.Copy(*from, place); });
+  } else if (from) {
+    later([=, this] { workshop_.commands.Move(*from, place); });
+  }
   if (file) later([=, this] { workshop_.commands.PlaceFile(place, *file); });
   // What is moved is moved by the command, not by the tree.
   return false;
-}
-
-// A filter goes around what stands there, anything else takes its place.
-void GraphTree::DropShader(const GraphPlace& place, const QString& name) {
-  workshop_.selection.SetPlace(place);
-  const auto* shader = workshop_.engine.Catalogue().Find(name.toStdString());
-  const bool isFilter = shader != nullptr && !shader->inputs.empty();
-  if (isFilter && workshop_.selection.Graph() != nullptr) {
-    workshop_.commands.Wrap(place, name);
-  } else {
-    workshop_.commands.ReplaceShader(place, name);
-  }
 }
 
 }  // namespace sorvanix::studio

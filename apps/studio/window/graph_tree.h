@@ -30,7 +30,6 @@ class GraphTree : public QTreeWidget {
   void Fill();
   void FillBelow(QTreeWidgetItem* item, const Json& material, const GraphPlace& place);
   void SelectPlace();
-  void DropShader(const GraphPlace& place, const QString& name);
 
   Workshop& workshop_;
   GraphActions& actions_;

@@ -9,6 +9,7 @@
 #include <QFileDialog>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QSettings>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QToolBar>
@@ -30,6 +31,7 @@ namespace sorvanix::studio {
 
 namespace {
 
+constexpr const char *kGeometryKey = "windowGeometry", *kPanelsKey = "windowPanels";
 constexpr int kMessageTime = 8000;  // ms in the status bar
 
 QString TextOf(const std::filesystem::path& path) {
@@ -49,6 +51,8 @@ MainWindow::MainWindow(Workshop& workshop, ShaderEditor& editor)
       duplicate_(IconOf(Symbol::Duplicate), tr("&Duplicate")),
       rename_(IconOf(Symbol::Edit), tr("Re&name")),
       delete_(IconOf(Symbol::Delete), tr("De&lete")),
+      up_(tr("Move &Up")),
+      down_(tr("Move Do&wn")),
       loadMesh_(IconOf(Symbol::Mesh), tr("Load &Mesh\u2026")),
       play_(IconOf(Symbol::Play), tr("&Play")),
       export_(IconOf(Symbol::Export), tr("&Export Bake\u2026")) {
@@ -80,6 +84,8 @@ void MainWindow::MakeActions() {
   // Elsewhere the key deletes other things: a shader, a letter.
   delete_.setShortcut(QKeySequence::Delete);
   delete_.setShortcutContext(Qt::WidgetWithChildrenShortcut);
+  up_.setShortcut(tr("Ctrl+Up"));
+  down_.setShortcut(tr("Ctrl+Down"));
   play_.setShortcut(tr("Ctrl+Space"));
   play_.setCheckable(true);
   export_.setShortcut(tr("Ctrl+Shift+E"));
@@ -88,6 +94,8 @@ void MainWindow::MakeActions() {
   connect(&add_, &QAction::triggered, &commands, &Commands::AddMaterial);
   connect(&duplicate_, &QAction::triggered, &commands, &Commands::DuplicateMaterial);
   connect(&delete_, &QAction::triggered, &commands, &Commands::RemoveMaterial);
+  connect(&up_, &QAction::triggered, &commands, [&commands] { commands.MoveMaterial(-1); });
+  connect(&down_, &QAction::triggered, &commands, [&commands] { commands.MoveMaterial(1); });
   connect(&rename_, &QAction::triggered, this, [this] { materials_->EditName(); });
   connect(&loadMesh_, &QAction::triggered, this, &MainWindow::LoadMesh);
   connect(&export_, &QAction::triggered, this, &MainWindow::Export);
@@ -106,7 +114,9 @@ void MainWindow::MakeMenus() {
   file->addSeparator();
   file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
   menuBar()->addMenu(tr("&Edit"))->addActions({undo_, redo_});
-  menuBar()->addMenu(tr("&Material"))->addActions({&add_, &duplicate_, &rename_, &delete_});
+  menuBar()
+      ->addMenu(tr("&Material"))
+      ->addActions({&add_, &duplicate_, &rename_, &delete_, &up_, &down_});
   menuBar()->addMenu(graph_.Menu());
   QMenu* view = menuBar()->addMenu(tr("&View"));
   view->addAction(tr("On an &Object"), tr("Ctrl+1"), this, [this] { views_->ShowFlat(false); });
@@ -135,6 +145,7 @@ void MainWindow::MakeAppearanceMenu(QMenu& menu) {
 
 void MainWindow::MakeToolBar() {
   QToolBar* bar = addToolBar(tr("Main"));
+  bar->setObjectName("main");
   bar->setMovable(false);
   bar->setIconSize({18, 18});
   bar->addActions({files_.New(), files_.Open(), files_.Save()});
@@ -155,14 +166,17 @@ QDockWidget* MainWindow::AddDock(const QString& title, QWidget* content, Qt::Doc
 
 void MainWindow::MakeDocks() {
   materials_ = new MaterialPanel(workshop_, {&add_, &duplicate_, &rename_, &delete_});
-  auto* shaders = new Shelf(workshop_, "shader", ShaderItems(workshop_.engine.Catalogue()));
-  auto* presets = new Shelf(workshop_, "preset", PresetItems(PresetFolders()));
+  auto* shaders =
+      new Shelf(workshop_, "shader", tr("Shaders"), ShaderItems(workshop_.engine.Catalogue()));
+  auto* presets = new Shelf(workshop_, "preset", tr("Presets"),
+                            PresetItems(PresetFolders(), workshop_.engine.Catalogue()));
   for (Shelf* shelf : {shaders, presets}) {
     connect(shelf, &Shelf::Chosen, this, &MainWindow::TakeFromShelf);
   }
   auto* shelves = new QTabWidget;
   shelves->setDocumentMode(true);
-  shelves->addTab(shaders, tr("S&haders"));
+  shelves->setAccessibleName(tr("Shelf"));
+  shelves->addTab(shaders, tr("Sha&ders"));
   shelves->addTab(presets, tr("Prese&ts"));
   auto* channels = new QWidget;
   auto* layout = new QVBoxLayout(channels);
@@ -192,7 +206,7 @@ void MainWindow::TakeFromShelf(const ShelfItem& item) {
   if (item.shader.isEmpty()) {
     workshop_.commands.PlaceFile(place, item.file);
   } else {
-    workshop_.commands.ReplaceShader(place, item.shader);
+    workshop_.commands.TakeShader(place, item.shader);
   }
 }
 
@@ -205,8 +219,8 @@ void MainWindow::EditShader() {
   workshop_.engine.Documents().SetActive(reading.scene.get());
   const GraphPlace place = workshop_.selection.Place();
   const auto edited = studio::EditShader(*material, place,
-                                         {.module = workshop_.engine.Module(),
-                                          .catalogue = workshop_.engine.Catalogue(),
+                                         {.catalogue = workshop_.engine.Catalogue(),
+                                          .scene = workshop_.document.Scene(),
                                           .file = workshop_.document.File(),
                                           .editor = editor_});
   workshop_.engine.Documents().SetActive(nullptr);
@@ -236,7 +250,7 @@ void MainWindow::Export() {
 }
 
 void MainWindow::ShowHelp() {
-  const auto page = workshop_.engine.Documentation() / "index.html";
+  const auto page = workshop_.engine.DocumentationPage();
   std::error_code error;
   if (std::filesystem::exists(page, error)) {
     QDesktopServices::openUrl(QUrl::fromLocalFile(TextOf(page)));
@@ -248,14 +262,34 @@ void MainWindow::ShowHelp() {
 
 void MainWindow::ShowAbout() { studio::ShowAbout(this); }
 
-void MainWindow::closeEvent(QCloseEvent* event) { event->setAccepted(!asks_ || files_.MayLeave()); }
+void MainWindow::RestoreLayout() {
+  const QSettings settings;
+  restoreGeometry(settings.value(kGeometryKey).toByteArray());
+  restoreState(settings.value(kPanelsKey).toByteArray());
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  event->setAccepted(!asks_ || files_.MayLeave());
+  if (!asks_ || !event->isAccepted()) return;
+  QSettings settings;
+  settings.setValue(kGeometryKey, saveGeometry());
+  settings.setValue(kPanelsKey, saveState());
+}
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
   if (DraggedFile(*event->mimeData())) event->acceptProposedAction();
 }
 
 void MainWindow::dropEvent(QDropEvent* event) {
-  if (const auto file = DraggedFile(*event->mimeData())) files_.OpenFile(*file);
+  const auto files = DraggedFiles(*event->mimeData());
+  event->acceptProposedAction();
+  // Later: until then the program that the files come from waits, and boxes may open.
+  QMetaObject::invokeMethod(
+      this,
+      [this, files] {
+        for (const auto& file : files) files_.OpenFile(file);
+      },
+      Qt::QueuedConnection);
 }
 
 }  // namespace sorvanix::studio

@@ -24,7 +24,9 @@ class MainWindow : public QMainWindow {
   ViewPanel& Views() { return *views_; }
   /// Opens the dialog of the shader at the selected place; what it changed is one step.
   void EditShader();
-  /// Leaving the window does not ask; for scripts.
+  /// Size, place and panels as they were when the window was last closed.
+  void RestoreLayout();
+  /// Leaving the window neither asks nor keeps its layout; for scripts.
   void NeverAsk() { asks_ = false; }
 
   QSize sizeHint() const override { return {1320, 820}; }
@@ -54,7 +56,7 @@ class MainWindow : public QMainWindow {
   DocumentActions files_;
   GraphActions graph_;
   QAction *undo_, *redo_;
-  QAction add_, duplicate_, rename_, delete_, loadMesh_, play_, export_;
+  QAction add_, duplicate_, rename_, delete_, up_, down_, loadMesh_, play_, export_;
   ViewPanel* views_ = nullptr;
   MaterialPanel* materials_ = nullptr;
 };

@@ -8,7 +8,6 @@ namespace sorvanix::studio {
 
 namespace {
 
-constexpr int kSamples = 3;
 constexpr int kMargin = 12;  // around a square picture
 // The same in light and dark windows: what lies around a colour changes how it looks.
 const QColor kSurround(0x30, 0x31, 0x33);
@@ -53,15 +52,17 @@ void PictureView::Submit() {
     worker_.Cancel();
     image_ = {};
     error_.clear();
+    note_.clear();
     update();
     Q_EMIT Settled();
     return;
   }
-  worker_.Submit(JobFor(std::move(*request), kSamples));
+  worker_.Submit(JobFor(std::move(*request), samples_));
 }
 
 void PictureView::Take(const PaintedPass& pass) {
   error_ = pass.error;
+  note_ = pass.note;
   if (!pass.image.isNull()) image_ = pass.image;
   update();
   if (!pass.isFinal) return;
@@ -82,10 +83,16 @@ void PictureView::paintEvent(QPaintEvent*) {
       painter.drawImage(QRectF(area.topLeft() + corner, tile), image_);
     }
   }
-  if (error_.isEmpty()) return;
   painter.setPen(kOnSurround);
-  painter.drawText(area.adjusted(kMargin, kMargin, -kMargin, -kMargin),
-                   Qt::AlignCenter | Qt::TextWordWrap, error_);
+  const QRectF inner = area.adjusted(kMargin, kMargin, -kMargin, -kMargin);
+  if (!error_.isEmpty()) {
+    painter.drawText(inner, Qt::AlignCenter | Qt::TextWordWrap, error_);
+  } else if (!note_.isEmpty()) {
+    constexpr int kHow = Qt::AlignLeft | Qt::AlignBottom | Qt::TextWordWrap;
+    const QRectF text = painter.boundingRect(inner, kHow, note_);
+    painter.fillRect(text.adjusted(-4, -2, 4, 2), kSurround);
+    painter.drawText(inner, kHow, note_);
+  }
 }
 
 void PictureView::resizeEvent(QResizeEvent*) { Refresh(); }

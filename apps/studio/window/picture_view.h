@@ -25,9 +25,13 @@ class PictureView : public QWidget {
   void Refresh() { refresh_.start(); }
   /// Pictures are square, and repeated so many times along each side.
   void ShowRepeated(int repeats);
+  /// Of the final picture, along each side of a pixel; for those that are asked for from now on.
+  void SetSamples(int samples) { samples_ = samples; }
   /// Whether a finer picture will come.
   bool IsBusy() const { return refresh_.isActive() || worker_.IsBusy(); }
   const QImage& Image() const { return image_; }
+  /// Why there is no picture, in one line; or empty.
+  const QString& Error() const { return error_; }
 
   QSize sizeHint() const override { return {560, 480}; }
   QSize minimumSizeHint() const override { return {160, 120}; }
@@ -46,11 +50,15 @@ class PictureView : public QWidget {
   QRectF PictureArea() const;
   QSize WantedPixels() const;
 
+  static constexpr int kUsualSamples = 3;
+
   Ask ask_;
   std::optional<PictureRequest> asked_;
   QImage image_;
   QString error_;
+  QString note_;     // what is missing in the picture
   int repeats_ = 0;  // 0: not square, and not repeated
+  int samples_ = kUsualSamples;
   QTimer refresh_;
   PictureWorker worker_;
 };

@@ -3,11 +3,12 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <algorithm>
+#include <utility>
 
 #include "apps/studio/window/drag_data.h"
 #include "apps/studio/window/panel_parts.h"
+#include "host/channels/material_file.h"
 #include "host/services/filenames.h"
-#include "host/services/text_file.h"
 
 namespace sorvanix::studio {
 
@@ -30,6 +31,11 @@ Json GraphOf(const host::ShaderDescription& shader) {
   return graph;
 }
 
+bool CanBeRead(const fs::path& file, const host::ShaderCatalogue& catalogue) {
+  const auto text = host::ReadMaterialText(file);
+  return text && host::ReadMaterial(*text, catalogue, {file, {}}).material;
+}
+
 QString TitleOfFile(const fs::path& file) {
   QString title = QString::fromStdString(host::Utf8FromPath(file.stem()));
   title.replace('_', ' ');
@@ -39,9 +45,10 @@ QString TitleOfFile(const fs::path& file) {
 
 }  // namespace
 
-Shelf::Shelf(Workshop& workshop, const QString& place, std::vector<ShelfItem> items,
-             QWidget* parent)
-    : QListWidget(parent), workshop_(workshop), items_(std::move(items)) {
+Shelf::Shelf(Workshop& workshop, const QString& place, const QString& name,
+             std::vector<ShelfItem> items, QWidget* parent)
+    : QListWidget(parent), workshop_(workshop), place_(place), items_(std::move(items)) {
+  setAccessibleName(name);
   setViewMode(QListView::IconMode);
   setMovement(QListView::Snap);
   setResizeMode(QListView::Adjust);
@@ -63,9 +70,18 @@ Shelf::Shelf(Workshop& workshop, const QString& place, std::vector<ShelfItem> it
   for (const ShelfItem& each : items_) {
     auto* shown = new QListWidgetItem(EmptyThumbnail(kThumbnailPixels), each.title, this);
     shown->setToolTip(each.help);
+  }
+}
+
+// A shelf that nobody looks at paints nothing.
+void Shelf::showEvent(QShowEvent* event) {
+  QListWidget::showEvent(event);
+  if (std::exchange(isAsked_, true)) return;
+  for (std::size_t i = 0; i < items_.size(); ++i) {
     const Json material =
-        PlaceGraph(NewMaterial("Shelf"), {.channel = "colour", .inputs = {}}, each.graph).value();
-    workshop_.AskThumbnail(prefix + QString::number(row(shown)), material, Turn::Last);
+        PlaceGraph(NewMaterial("Shelf"), {.channel = "colour", .inputs = {}}, items_[i].graph)
+            .value();
+    workshop_.AskThumbnail(place_ + ' ' + QString::number(i), material, Turn::Last);
   }
 }
 
@@ -93,13 +109,14 @@ std::vector<ShelfItem> ShaderItems(const host::ShaderCatalogue& catalogue) {
   return items;
 }
 
-std::vector<ShelfItem> PresetItems(const std::vector<fs::path>& folders) {
+std::vector<ShelfItem> PresetItems(const std::vector<fs::path>& folders,
+                                   const host::ShaderCatalogue& catalogue) {
   std::vector<ShelfItem> items;
   for (const fs::path& folder : folders) {
     std::error_code error;
     for (const auto& entry : fs::directory_iterator(folder, error)) {
       const fs::path& file = entry.path();
-      if (file.extension() != ".json") continue;
+      if (file.extension() != ".json" || !CanBeRead(file, catalogue)) continue;
       const QString title = TitleOfFile(file);
       items.push_back({.title = title,
                        .help = QObject::tr("%1: a preset; drag it to a channel").arg(title),

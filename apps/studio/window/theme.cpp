@@ -117,12 +117,15 @@ bool IsDesktopDark() {
 
 }  // namespace
 
-Appearance AppearanceNamed(const QString& name) {
+std::optional<Appearance> AppearanceNamed(const QString& name) {
   if (name == "light") return Appearance::Light;
-  return name == "dark" ? Appearance::Dark : Appearance::System;
+  if (name == "dark") return Appearance::Dark;
+  return name == "system" ? std::optional(Appearance::System) : std::nullopt;
 }
 
-Appearance ChosenAppearance() { return AppearanceNamed(QSettings().value(kKey).toString()); }
+Appearance ChosenAppearance() {
+  return AppearanceNamed(QSettings().value(kKey).toString()).value_or(Appearance::System);
+}
 
 void ChooseAppearance(Appearance appearance) {
   constexpr const char* kNames[] = {"system", "light", "dark"};

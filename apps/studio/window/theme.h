@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 namespace sorvanix::studio {
 
@@ -15,7 +16,7 @@ void ChooseAppearance(Appearance appearance);
 /// Shows all windows so. System is what the desktop's palette looks like.
 void Show(Appearance appearance);
 
-/// "light" and "dark"; everything else is System.
-Appearance AppearanceNamed(const QString& name);
+/// "light", "dark" or "system"; nothing for everything else.
+std::optional<Appearance> AppearanceNamed(const QString& name);
 
 }  // namespace sorvanix::studio

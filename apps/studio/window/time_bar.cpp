@@ -26,7 +26,7 @@ TimeBar::TimeBar(ViewState& view, QAction* play, QWidget* parent)
   play_.setDefaultAction(play);
   play_.setAutoRaise(true);
 
-  auto* label = new QLabel(tr("&Time"));
+  auto* label = new QLabel(tr("T&ime"));
   label->setBuddy(&slider_);
   auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(8, 4, 8, 4);

@@ -28,6 +28,7 @@ ViewPanel::ViewPanel(Workshop& workshop, QAction* loadMesh, QAction* play, QWidg
   flat_.setAccessibleName(tr("The material laid flat"));
   flat_.ShowRepeated(1);
   tabs_.setDocumentMode(true);
+  tabs_.setAccessibleName(tr("Views"));
   tabs_.addTab(RenderTab(loadMesh), tr("&Render"));
   tabs_.addTab(FlatTab(), tr("F&lat"));
   auto* layout = new QVBoxLayout(this);
@@ -101,6 +102,11 @@ void ViewPanel::ChooseObject(int index) {
   workshop_.view.SetObject({.kind = kind, .mesh = kind == Kind::Mesh ? mesh_ : Json()});
 }
 
+void ViewPanel::SetSamples(int samples) {
+  render_.SetSamples(samples);
+  flat_.SetSamples(samples);
+}
+
 bool ViewPanel::IsBusy() const {
   return tabs_.currentIndex() == 0 ? render_.IsBusy() : flat_.IsBusy();
 }
@@ -127,7 +133,7 @@ std::optional<PictureRequest> ViewPanel::AskFlat(const QSize& pixels) const {
   auto request = AskRender(pixels);
   const Json* material = workshop_.selection.MaterialJson();
   if (!request || material == nullptr) return std::nullopt;
-  request->scene.text = workshop_.previews.TextFor(*material, {}, {});
+  request->scene.text = workshop_.previews.TextFor(*material, {}, workshop_.document.Scene());
   request->flatChannel = workshop_.SelectedChannel();
   return request;
 }

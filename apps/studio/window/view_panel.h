@@ -21,6 +21,8 @@ class ViewPanel : public QWidget {
   void ShowFlat(bool flat) { tabs_.setCurrentIndex(flat ? 1 : 0); }
   /// The flat view repeats the texture so many times along each side: 1 or 3.
   void ShowRepeats(int repeats) { repeats_.setCurrentIndex(repeats_.findData(repeats)); }
+  /// Of the final pictures, along each side of a pixel.
+  void SetSamples(int samples);
   /// Whether a finer picture will come in the view that is shown.
   bool IsBusy() const;
 

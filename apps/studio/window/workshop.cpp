@@ -42,7 +42,7 @@ Workshop::Workshop(Engine& usedEngine)
 void Workshop::AskThumbnail(const QString& place, const Json& material, Turn turn) {
   thumbnails.Ask(place,
                  {.catalogue = &engine.Catalogue(),
-                  .text = previews.TextFor(material, {}, {}),
+                  .text = previews.TextFor(material, {}, document.Scene()),
                   .file = document.File(),
                   .width = kThumbnailPixels,
                   .height = kThumbnailPixels},
