@@ -141,6 +141,20 @@ TEST_F(StoredStateTest, EditingAnInputKeepsItAndTheGraphSaysIt) {
   EXPECT_FALSE(*nothing);
 }
 
+// Wrapping, or filling an input, lets go of what was stored; the graph says it then.
+TEST_F(StoredStateTest, ChangingTheGraphAroundItKeepsWhatItSays) {
+  Document document(Catalogue());
+  Selection selection(document);
+  Commands commands(document, selection);
+  ASSERT_TRUE(document.ChangeMaterial(0, stored_, "Start"));
+  commands.Wrap(colour_, "Colorizer");
+  EXPECT_EQ(OneLine(*FindGraph(*selection.MaterialJson(), input_)->Find("hueShift")), told_);
+  document.History().undo();
+  commands.PlaceShader(input_, "Tiles");
+  EXPECT_EQ(OneLine(*FindGraph(*selection.MaterialJson(), colour_)->Find("hueShift")), told_);
+  EXPECT_FALSE(HasState(*selection.MaterialJson(), "colour"));
+}
+
 // As a later program writes it: the marker, which is the first value, is higher than any of today.
 TEST_F(StoredStateTest, OneOfALaterVersionStaysUntilSomebodyEdits) {
   Json& state = *FindMember(*FindMember(*FindMember(stored_, "channels"), "colour"), "state");

@@ -195,6 +195,18 @@ TEST_F(WindowTest, TheCheckBoxSwitchesTheChannel) {
   EXPECT_TRUE(IsChannelOn(*workshop_.selection.MaterialJson(), "alpha"));
 }
 
+TEST_F(WindowTest, SpaceSwitchesTheChannel) {
+  const auto isOn = [this] { return IsChannelOn(*workshop_.selection.MaterialJson(), "alpha"); };
+  workshop_.selection.SetPlace(alpha_);
+  for (const int column : {0, 1}) {
+    tree_->setCurrentItem(tree_->topLevelItem(kAlphaRow), column);
+    const bool was = isOn();
+    QTest::keyClick(tree_, Qt::Key_Space);
+    QApplication::processEvents();
+    EXPECT_EQ(isOn(), !was) << "column " << column;
+  }
+}
+
 TEST_F(WindowTest, TypingAnotherNameRenamesTheMaterial) {
   auto* list = window_.findChild<MaterialPanel*>()->findChild<QListWidget*>();
   list->item(0)->setText("Basalt");

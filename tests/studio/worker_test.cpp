@@ -7,6 +7,8 @@
 
 #include "apps/studio/render/bake_worker.h"
 #include "apps/studio/render/painters.h"
+#include "host/channels/channel_link.h"
+#include "host/services/stream_json.h"
 #include "tests/studio/studio_fixture.h"
 
 namespace sorvanix::studio {
@@ -173,6 +175,35 @@ TEST_F(ExportTest, WritesTheBytesOfTheCommandLinesBake) {
   EXPECT_EQ(Export(material, options, ours), "");
   RunProgram({"bake", material.c_str(), "--size", "64", "--depth", "16", "-o", its.c_str()});
   EXPECT_EQ(ReadAll(ours), ReadAll(its)) << "pixels and recipe";
+}
+
+// A stored state says more than its graph: the views show it, so a bake holds it.
+TEST_F(ExportTest, WhatAShaderStoredIsBaked) {
+  const Json plain = Parsed(R"({"name":"M","channels":{"colour":{"graph":{"shader":"Tiles"}}}})");
+  host::Link link;
+  ASSERT_TRUE(link.HoldShader(Shader("Tiles").id));
+  host::Container values;
+  values.Set(Shader("Tiles").FindParameter("groutColor")->key, Vector{0, 1, 0});
+  link.HeldShader()->SetParameters(values);
+  host::Stream stream;
+  link.HeldShader()->Write(stream);
+  const Json stored = PutEdited(plain, "colour", Parsed(R"({"shader":"Tiles"})"),
+                                host::StreamToJson(stream.Values()))
+                          .value();
+  const auto bake = [this](const Json& material, const char* name) {
+    cli::BakeOptions options;
+    options.picture.width = options.picture.height = 32;
+    BakeWorker worker(Catalogue());
+    QSignalSpy ended(&worker, &BakeWorker::Ended);
+    worker.Begin({.sceneText = OneLine(studio::SceneOf(material, NewScene())),
+                  .sceneFile = {},
+                  .options = options,
+                  .file = Folder() / name});
+    EXPECT_TRUE(ended.wait(kPatience));
+    EXPECT_EQ(ended[0][0].toString(), "");
+    return QImage((Folder() / name).c_str());
+  };
+  EXPECT_NE(bake(stored, "stored.png"), bake(plain, "plain.png"));
 }
 
 TEST_F(ExportTest, WritesTheNormalMapOfTheCommandLine) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "apps/studio/document/shader_editing.h"
 #include "host/channels/material_file.h"
 #include "host/services/filenames.h"
 
@@ -104,6 +105,11 @@ tl::expected<void, std::string> Commands::AddMaterialFile(const fs::path& file) 
   return Insert(document_.Materials().size(), std::move(*material), tr("Add %1").arg(Quoted(name)));
 }
 
+Json Commands::Ready(const Json& material, const GraphPlace& place) const {
+  return WithStoredGraph(material, place.channel, document_.Scene(), document_.File(),
+                         document_.Catalogue());
+}
+
 void Commands::ChangeGraph(ChangedMaterial changed, const QString& what, const QString& series) {
   if (!changed) return Q_EMIT Complained(QString::fromStdString(changed.error()));
   const auto index = static_cast<std::size_t>(selection_.Material());
@@ -114,7 +120,8 @@ void Commands::PlaceShader(const GraphPlace& place, const QString& name) {
   const Json* material = Material();
   const auto* shader = Shader(name);
   if (material == nullptr || shader == nullptr) return;
-  ChangeGraph(PlaceGraph(*material, place, NewShader(*shader)), tr("Place %1").arg(name));
+  ChangeGraph(PlaceGraph(Ready(*material, place), place, NewShader(*shader)),
+              tr("Place %1").arg(name));
 }
 
 void Commands::TakeShader(const GraphPlace& place, const QString& name) {
@@ -132,7 +139,7 @@ void Commands::ReplaceShader(const GraphPlace& place, const QString& name) {
   const Json* material = Material();
   const auto* shader = Shader(name);
   if (material == nullptr || shader == nullptr) return;
-  ChangeGraph(studio::ReplaceShader(*material, place, *shader, document_.Catalogue()),
+  ChangeGraph(studio::ReplaceShader(Ready(*material, place), place, *shader, document_.Catalogue()),
               tr("Replace by %1").arg(name));
 }
 
@@ -140,38 +147,39 @@ void Commands::Wrap(const GraphPlace& place, const QString& name) {
   const Json* material = Material();
   const auto* filter = Shader(name);
   if (material == nullptr || filter == nullptr) return;
-  ChangeGraph(WrapInFilter(*material, place, *filter), tr("Wrap in %1").arg(name));
+  ChangeGraph(WrapInFilter(Ready(*material, place), place, *filter), tr("Wrap in %1").arg(name));
 }
 
 void Commands::Unwrap(const GraphPlace& place) {
   if (const Json* material = Material()) {
-    ChangeGraph(UnwrapFilter(*material, place, document_.Catalogue()), tr("Unwrap"));
+    ChangeGraph(UnwrapFilter(Ready(*material, place), place, document_.Catalogue()), tr("Unwrap"));
   }
 }
 
 void Commands::Remove(const GraphPlace& place) {
   if (const Json* material = Material()) {
-    ChangeGraph(RemoveGraph(*material, place), tr("Remove Shader"));
+    ChangeGraph(RemoveGraph(Ready(*material, place), place), tr("Remove Shader"));
   }
 }
 
 void Commands::Move(const GraphPlace& from, const GraphPlace& to) {
   if (from == to) return;
   if (const Json* material = Material()) {
-    ChangeGraph(MoveShader(*material, from, to), tr("Move Shader"));
+    ChangeGraph(MoveShader(Ready(Ready(*material, from), to), from, to), tr("Move Shader"));
   }
 }
 
 void Commands::Copy(const GraphPlace& from, const GraphPlace& to) {
   const Json* material = Material();
-  const Json* graph = material != nullptr ? FindGraph(*material, from) : nullptr;
-  if (graph == nullptr || from == to) return;
-  ChangeGraph(PlaceGraph(*material, to, *graph), tr("Copy Shader"));
+  if (material == nullptr || from == to) return;
+  const Json ready = Ready(Ready(*material, from), to);
+  const Json* graph = FindGraph(ready, from);
+  if (graph != nullptr) ChangeGraph(PlaceGraph(ready, to, *graph), tr("Copy Shader"));
 }
 
 void Commands::Paste(const GraphPlace& place, Json graph) {
   if (const Json* material = Material()) {
-    ChangeGraph(PlaceGraph(*material, place, std::move(graph)), tr("Paste Shader"));
+    ChangeGraph(PlaceGraph(Ready(*material, place), place, std::move(graph)), tr("Paste Shader"));
   }
 }
 
@@ -204,7 +212,7 @@ void Commands::PlaceFile(const GraphPlace& place, const fs::path& file) {
                    : MoveGraph(Json(host::Utf8FromPath(file.filename())),
                                {document_.Catalogue(), file.parent_path(), document_.Folder()});
   if (!graph) return Q_EMIT Complained(QString::fromStdString(graph.error()));
-  ChangeGraph(PlaceGraph(*material, place, std::move(*graph)),
+  ChangeGraph(PlaceGraph(Ready(*material, place), place, std::move(*graph)),
               tr("Place %1").arg(Quoted(host::Utf8FromPath(file.filename()))));
 }
 

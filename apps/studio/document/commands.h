@@ -63,6 +63,8 @@ class Commands : public QObject {
   void ChangeGraph(ChangedMaterial changed, const QString& what, const QString& series = {});
   tl::expected<void, std::string> Insert(std::size_t index, Json material, const QString& what);
   const Json* Material();
+  /// The material as a change of this place's graph begins with it.
+  Json Ready(const Json& material, const GraphPlace& place) const;
   const host::ShaderDescription* Shader(const QString& name);
   /// A material file's graph as it is spelled in the document's folder.
   tl::expected<Json, std::string> ReadGraphFile(const std::filesystem::path& file) const;

@@ -194,6 +194,12 @@ Json SwitchChannel(Json material, const std::string& channel, bool on) {
   return material;
 }
 
+bool HasState(const Json& material, const std::string& channel) {
+  const Json* found = FindChannel(material, channel);
+  const Json* state = found != nullptr ? found->Find(kState) : nullptr;
+  return state != nullptr && !IsNull(*state);
+}
+
 bool IsChannelOn(const Json& material, const std::string& channel) {
   const Json* found = FindChannel(material, channel);
   const Json* on = found != nullptr ? found->Find(kOn) : nullptr;

@@ -74,6 +74,8 @@ ChangedMaterial MoveShader(Json material, const GraphPlace& from, const GraphPla
 
 /// Turns a channel on or off. One that says nothing else is left out of the file while it is off.
 Json SwitchChannel(Json material, const std::string& channel, bool on);
+/// Whether the file holds what the outermost shader of a channel stored.
+bool HasState(const Json& material, const std::string& channel);
 bool IsChannelOn(const Json& material, const std::string& channel);
 
 /// What a channel's values are multiplied by: 1 and white unless the material says otherwise.

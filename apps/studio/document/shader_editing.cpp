@@ -8,7 +8,6 @@
 
 #include "apps/studio/document/scene_edit.h"
 #include "host/channels/channel_link.h"
-#include "host/scene/graph_of_link.h"
 #include "host/scene/material_links.h"
 #include "host/scene/scene_file.h"
 #include "host/scene/scene_format.h"
@@ -128,6 +127,13 @@ Json Respell(const Json& former, const Json* before, const Json& after,
   return spelled;
 }
 
+host::SceneReading ReadAlone(const Json& material, const Json& scene,
+                             const std::filesystem::path& file,
+                             const host::ShaderCatalogue& catalogue) {
+  return host::ReadScene(host::WriteJson(SceneOf(material, scene), -1), file,
+                         {.catalogue = &catalogue});
+}
+
 }  // namespace
 
 tl::expected<std::optional<EditedGraph>, std::string> EditShader(const Json& material,
@@ -136,8 +142,7 @@ tl::expected<std::optional<EditedGraph>, std::string> EditShader(const Json& mat
   if (FindShader(material, place, with.catalogue) == nullptr) {
     return tl::unexpected(fmt::format("there is no shader at {}", Describe(place)));
   }
-  const auto reading = host::ReadScene(host::WriteJson(SceneOf(material, with.scene), -1),
-                                       with.file, {.catalogue = &with.catalogue});
+  const auto reading = ReadAlone(material, with.scene, with.file, with.catalogue);
   if (reading.scene == nullptr) return tl::unexpected(FirstError(reading));
   const auto problems = host::LinkMaterials(*reading.scene);
   auto& channel = reading.scene->materials.front()->channels[ChannelNumber(place.channel)];
@@ -146,7 +151,7 @@ tl::expected<std::optional<EditedGraph>, std::string> EditShader(const Json& mat
     return tl::unexpected(problems.empty() ? "its shader cannot be had" : problems.front());
   }
   const auto spelled = [&] {
-    return host::GraphOf(outermost, with.catalogue, with.file.parent_path());
+    return host::SpelledGraph(outermost, with.catalogue, with.file.parent_path());
   };
   const Json before = spelled();
   const auto stored = StoredBy(*outermost.HeldShader());
@@ -161,6 +166,23 @@ tl::expected<std::optional<EditedGraph>, std::string> EditShader(const Json& mat
   Json graph = Respell(*FindGraph(material, whole), known, after, with.catalogue);
   host::StoreStates(*reading.scene);
   return EditedGraph{.graph = std::move(graph), .state = channel.state};
+}
+
+Json WithStoredGraph(Json material, const std::string& channel, const Json& scene,
+                     const std::filesystem::path& file, const host::ShaderCatalogue& catalogue) {
+  const GraphPlace whole = {.channel = channel, .inputs = {}};
+  const Json* graph = FindGraph(material, whole);
+  if (graph == nullptr || !HasState(material, channel)) return material;
+  const auto reading = ReadAlone(material, scene, file, catalogue);
+  if (reading.scene == nullptr) return material;
+  // What cannot be taken back is not taken back by a render either.
+  [[maybe_unused]] const auto problems = host::LinkMaterials(*reading.scene);
+  auto& read = reading.scene->materials.front()->channels[ChannelNumber(channel)];
+  if (!read.isGraphStale || read.isLaterState) return material;
+  Json spelled =
+      Respell(*graph, nullptr,
+              host::SpelledGraph(host::LinkOf(read), catalogue, file.parent_path()), catalogue);
+  return PutEdited(material, channel, std::move(spelled), {}).value_or(material);
 }
 
 }  // namespace sorvanix::studio

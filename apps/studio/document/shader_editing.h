@@ -49,4 +49,9 @@ tl::expected<std::optional<EditedGraph>, std::string> EditShader(const Json& mat
                                                                  const GraphPlace& place,
                                                                  const EditingPlace& with);
 
+/// The material with a graph that says what its outermost shader stored, where the two differ. To
+/// be called before a change that lets go of what was stored: else the picture would change too.
+Json WithStoredGraph(Json material, const std::string& channel, const Json& scene,
+                     const std::filesystem::path& file, const host::ShaderCatalogue& catalogue);
+
 }  // namespace sorvanix::studio

@@ -127,6 +127,12 @@ void GraphTree::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
     return actions_.Edit()->trigger();
   }
+  // In whichever column the cursor is.
+  QTreeWidgetItem* item = currentItem();
+  if (event->key() == Qt::Key_Space && item != nullptr && item->parent() == nullptr) {
+    item->setCheckState(0, item->checkState(0) == Qt::Checked ? Qt::Unchecked : Qt::Checked);
+    return;
+  }
   QTreeWidget::keyPressEvent(event);
 }
 
