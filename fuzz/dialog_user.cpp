@@ -22,6 +22,7 @@ namespace {
 
 constexpr int kMostDialogs = 8;   // opened by one input
 constexpr int kMostPreviews = 4;  // waited for, and ticks
+constexpr int kMostActs = 16;     // with pictures, each of which may load a scene and begin anew
 
 // Where arithmetic goes wrong.
 constexpr float kNumbers[] = {0,
@@ -43,6 +44,11 @@ constexpr float kNumbers[] = {0,
 
 constexpr std::int32_t kKeys[] = {'R', 'M', 'I', KeyUp, KeyDown, KeyLeft, KeyRight, KeyEscape};
 
+void Shrink(Dialog& dialog) {
+  constexpr std::int32_t kSide = 8;
+  for (const auto& area : dialog.Areas()) area->Resize(kSide, kSide);
+}
+
 }  // namespace
 
 bool DrawsAtRandom(std::int32_t code, std::int32_t qualifier) noexcept {
@@ -50,17 +56,14 @@ bool DrawsAtRandom(std::int32_t code, std::int32_t qualifier) noexcept {
 }
 
 void PrepareSmallAreas(Dialog& dialog) {
-  constexpr std::int32_t kSide = 8;
-  for (const auto& area : dialog.Areas()) {
-    area->Prepare();
-    area->Resize(kSide, kSide);
-  }
+  for (const auto& area : dialog.Areas()) area->Prepare();
+  Shrink(dialog);
 }
 
 void DialogUser::RunModal(Dialog& dialog, std::int32_t, std::int32_t) {
   if (++opened_ > kMostDialogs) return dialog.Close(false);
-  if (!showsPictures_) PrepareSmallAreas(dialog);
-  while (!dialog.IsClosed() && !bytes_.AtEnd()) {
+  showsPictures_ ? Shrink(dialog) : PrepareSmallAreas(dialog);
+  while (!dialog.IsClosed() && !bytes_.AtEnd() && !IsTired()) {
     Act(dialog);
     if (showsPictures_) DrawWaiting();
   }
@@ -78,7 +81,10 @@ std::optional<MousePlace> DialogUser::PollMouse(UserArea&) {
   return TakePlace();
 }
 
+bool DialogUser::IsTired() const noexcept { return showsPictures_ && acts_ == kMostActs; }
+
 void DialogUser::Act(Dialog& dialog) {
+  ++acts_;
   switch (bytes_.Byte()) {
     case 'k':
       return PressKey(dialog);

@@ -30,6 +30,7 @@ class DialogUser final : public host::DialogService {
   bool HasDrawnAtRandom() const noexcept { return hasDrawnAtRandom_; }
 
  private:
+  bool IsTired() const noexcept;
   void Act(host::Dialog& dialog);
   void SetGadget(host::Dialog& dialog);
   host::GadgetValue TakeValue(const host::Gadget& gadget);
@@ -44,6 +45,7 @@ class DialogUser final : public host::DialogService {
   ByteSource bytes_;
   bool showsPictures_;
   bool hasDrawnAtRandom_ = false;
+  int acts_ = 0;
   int opened_ = 0;
   int previews_ = 0;
 };
