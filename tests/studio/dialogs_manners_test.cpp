@@ -195,6 +195,8 @@ TEST_F(DialogManners, EnterInAboutClosesItWhereverTheFocusIs) {
                                       [&](DialogWindow& about) {
                                         wasOpen = WidgetOf(about, kVersion) != nullptr;
                                         User().Release();
+                                      },
+                                      [&](DialogWindow& about) {
                                         At(about, kVersion).setFocus();
                                         User().Key(At(about, kVersion), Qt::Key_Return);
                                       },
@@ -331,9 +333,8 @@ TEST_F(DialogManners, ANestedDialogBeginsAboveTheOneThatOpenedIt) {
                   [&](DialogWindow& about) {
                     EXPECT_NE(dynamic_cast<DialogWindow*>(about.parentWidget()), nullptr);
                     User().Release();
-                    User().Key(about, Qt::Key_Escape);
                   },
-                  pressEscape_});
+                  [&](DialogWindow& about) { User().Key(about, Qt::Key_Escape); }, pressEscape_});
 }
 
 TEST_F(DialogManners, AMessageOfAnotherThreadIsShownOnTheMainOne) {
