@@ -39,6 +39,8 @@ class LongestTurn : public QObject {
 // late for its own reasons, so the best of some tries counts.
 constexpr qint64 kNoDelay = 50;
 constexpr int kTries = 8;
+constexpr int kEnoughTurns = 1500;
+constexpr int kPatience = 300000;  // ms; only a test that fails takes so long
 
 TEST_F(StudioTest, TheEventLoopTurnsWithinFiftyMillisecondsDuringABake) {
   Workshop workshop(*SharedEngine());
@@ -53,7 +55,7 @@ TEST_F(StudioTest, TheEventLoopTurnsWithinFiftyMillisecondsDuringABake) {
   QObject::connect(&user, &QTimer::timeout, &user, [&, turn = 0]() mutable {
     workshop.commands.SetStrength("colour", static_cast<float>(++turn % 10) / 10);
     if (turn % 5 == 0) workshop.commands.Wrap(colour, "Hue");
-    if (turn % 5 == 4) workshop.document.History().undo();
+    if (turn % 5 == 4) workshop.commands.Unwrap(colour);
     workshop.selection.SetPlace(turn % 2 == 0 ? colour
                                               : GraphPlace{.channel = "bump", .inputs = {}});
   });
@@ -72,13 +74,18 @@ TEST_F(StudioTest, TheEventLoopTurnsWithinFiftyMillisecondsDuringABake) {
          .sceneFile = {},
          .options = options,
          .file = Folder() / "large.png"});
-    ASSERT_TRUE(ended.wait(300000));
+    // To its end, or, where other work keeps the bake from ending, until enough was seen of it.
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return !ended.empty() || turn.Turns() >= kEnoughTurns; }, kPatience));
+    const qint64 longest = turn.Milliseconds();
+    worker.Cancel();
+    ASSERT_TRUE(!ended.empty() || ended.wait(kPatience));
     ASSERT_EQ(ended[0][0].toString(), "");
     ASSERT_GT(turn.Turns(), 10);
-    best = std::min(best, turn.Milliseconds());
-    RecordProperty("longestTurnMilliseconds", static_cast<int>(turn.Milliseconds()));
-    std::printf("longest turn of the event loop: %d ms in %d turns\n",
-                static_cast<int>(turn.Milliseconds()), turn.Turns());
+    best = std::min(best, longest);
+    RecordProperty("longestTurnMilliseconds", static_cast<int>(longest));
+    std::printf("longest turn of the event loop: %d ms in %d turns\n", static_cast<int>(longest),
+                turn.Turns());
   }
   EXPECT_LT(best, kNoDelay);
 }
