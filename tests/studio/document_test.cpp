@@ -5,6 +5,7 @@
 
 #include <QSignalSpy>
 #include <csignal>
+#include <ostream>
 
 #include "apps/studio/document/commands.h"
 #include "apps/studio/document/recent_files.h"
@@ -345,6 +346,10 @@ struct BadFile {
   const char* text;
   const char* place;     // file, line and column, pointer
   const char* expected;  // what the message says
+
+  friend std::ostream& operator<<(std::ostream& stream, const BadFile& file) {
+    return stream << file.text;
+  }
 };
 
 class BadFileTest : public DocumentTest, public testing::WithParamInterface<BadFile> {};

@@ -146,7 +146,10 @@ TEST_P(ScreenshotTest, OfTheMainWindow) {
 
 INSTANTIATE_TEST_SUITE_P(All, ScreenshotTest,
                          testing::Values(Look{"light", "1"}, Look{"dark", "1"}, Look{"light", "2"},
-                                         Look{"dark", "2"}));
+                                         Look{"dark", "2"}),
+                         [](const auto& look) {
+                           return std::string(look.param.appearance) + look.param.scale;
+                         });
 
 }  // namespace
 }  // namespace sorvanix::studio
