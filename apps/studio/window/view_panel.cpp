@@ -17,6 +17,19 @@ using Kind = PreviewObject::Kind;
 constexpr Kind kObjects[] = {Kind::Sphere,   Kind::Cube,  Kind::Plane,
                              Kind::Cylinder, Kind::Torus, Kind::Scene};
 
+/// A view under its row of controls.
+QWidget* TabOf(QHBoxLayout* row, QWidget* view) {
+  row->setSpacing(kPanelMargin);
+  row->setContentsMargins(8, kPanelSpacing, 8, kPanelSpacing);
+  auto* tab = new QWidget;
+  auto* layout = new QVBoxLayout(tab);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addLayout(row);
+  layout->addWidget(view, 1);
+  return tab;
+}
+
 }  // namespace
 
 ViewPanel::ViewPanel(Workshop& workshop, QAction* loadMesh, QAction* play, QWidget* parent)
@@ -63,15 +76,7 @@ QWidget* ViewPanel::RenderTab(QAction* loadMesh) {
   auto* row = ButtonRow({loadMesh});
   row->insertWidget(0, label);
   row->insertWidget(1, &objects_);
-  row->setSpacing(kPanelMargin);
-  row->setContentsMargins(8, kPanelSpacing, 8, kPanelSpacing);
-  auto* tab = new QWidget;
-  auto* layout = new QVBoxLayout(tab);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(0);
-  layout->addLayout(row);
-  layout->addWidget(&render_, 1);
-  return tab;
+  return TabOf(row, &render_);
 }
 
 QWidget* ViewPanel::FlatTab() {
@@ -86,15 +91,7 @@ QWidget* ViewPanel::FlatTab() {
   row->addWidget(label);
   row->addWidget(&repeats_);
   row->addStretch();
-  row->setSpacing(kPanelMargin);
-  row->setContentsMargins(8, kPanelSpacing, 8, kPanelSpacing);
-  auto* tab = new QWidget;
-  auto* layout = new QVBoxLayout(tab);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(0);
-  layout->addLayout(row);
-  layout->addWidget(&flat_, 1);
-  return tab;
+  return TabOf(row, &flat_);
 }
 
 void ViewPanel::ChooseObject(int index) {
