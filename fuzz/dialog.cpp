@@ -17,18 +17,6 @@ namespace {
 
 using host::Shader;
 
-// While it lives, dialogs are the object's.
-class Serving {
- public:
-  explicit Serving(host::DialogService& service) : former_(host::SetDialogService(&service)) {}
-  ~Serving() { host::SetDialogService(former_); }
-  Serving(const Serving&) = delete;
-  Serving& operator=(const Serving&) = delete;
-
- private:
-  host::DialogService* former_;
-};
-
 std::vector<host::StreamValue> Saved(const Shader& shader) {
   host::Stream stream;
   shader.Write(stream);
@@ -51,7 +39,7 @@ struct Played {
 
 bool Edit(Shader& shader, host::DialogService& service) {
   const auto before = Saved(shader);
-  const Serving serving(service);
+  const host::ThreadDialogService serving(service);
   const bool confirmed = shader.Edit();
   if (!confirmed) SORVANIX_EXPECT(Saved(shader) == before);
   return confirmed;

@@ -38,18 +38,6 @@ class Messages final : public host::MessageSink {
   std::vector<std::string> texts_;
 };
 
-// While it lives, dialogs are the object's.
-class Serving {
- public:
-  explicit Serving(host::DialogService& service) : former_(host::SetDialogService(&service)) {}
-  ~Serving() { host::SetDialogService(former_); }
-  Serving(const Serving&) = delete;
-  Serving& operator=(const Serving&) = delete;
-
- private:
-  host::DialogService* former_;
-};
-
 tl::unexpected<Failure> Invalid(std::string message) {
   return tl::unexpected(Failure{ExitCode::InvalidInput, std::move(message)});
 }
@@ -113,7 +101,7 @@ tl::expected<Played, Failure> Play(host::Shader& shader, host::HeadlessDialogs& 
                                    const Messages& messages) {
   Played played = {.before = shader.Parameters()};
   {
-    const Serving serving(dialogs);
+    const host::ThreadDialogService serving(dialogs);
     played.confirmed = shader.Edit();
   }
   dialogs.Finish();
