@@ -174,8 +174,14 @@ class TreeReader {
         reader_.Fail("a name is not listed");
         break;
       }
+      const std::string& name = names_[static_cast<std::size_t>(number)];
+      nameBytes_ += name.size();
+      if (nameBytes_ > kMostNameBytes) {
+        reader_.Fail("its names are too long");
+        break;
+      }
       numbers.push_back(number);
-      members.push_back({names_[static_cast<std::size_t>(number)], Read(depth)});
+      members.push_back({name, Read(depth)});
     }
     std::sort(numbers.begin(), numbers.end());
     if (std::adjacent_find(numbers.begin(), numbers.end()) != numbers.end()) {
@@ -186,6 +192,7 @@ class TreeReader {
 
   ByteReader& reader_;
   const std::vector<std::string>& names_;
+  std::size_t nameBytes_ = 0;  // of all members so far, each of which has a copy
 };
 
 // The content of the section that must come next, after its checksum was compared.

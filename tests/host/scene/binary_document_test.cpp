@@ -205,5 +205,13 @@ TEST(BinaryDocument, NestsAsDeepAsJson) {
   EXPECT_THAT(Failure(nested(1000000)), HasSubstr("256 levels"));
 }
 
+// A name of a mebibyte a hundred times over: a hundredth of that is in the file.
+TEST(BinaryDocument, DoesNotGrowOutOfProportion) {
+  const std::string names = Bytes({1, 0x80, 0x80, 0x40}) + std::string(1 << 20, 'n');
+  std::string tree = Bytes({7, 100});
+  for (int i = 0; i < 100; ++i) tree += Bytes({8, 1, 0, 0});
+  EXPECT_THAT(Failure(Sealed(names, tree)), HasSubstr("names are too long"));
+}
+
 }  // namespace
 }  // namespace sorvanix::host
