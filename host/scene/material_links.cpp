@@ -124,6 +124,16 @@ bool IsLater(const std::vector<StreamValue>& values, const Shader& shader) {
   });
 }
 
+/// Whether a shader that is not known here stands somewhere in these values.
+bool HoldsUnknown(const std::vector<StreamValue>& values) {
+  return std::any_of(values.begin(), values.end(), [](const StreamValue& value) {
+    const auto* inner = std::get_if<StreamLink>(&value.value);
+    Link link;
+    return inner != nullptr && inner->pluginId > 0 &&
+           (!link.HoldShader(inner->pluginId) || HoldsUnknown(inner->values));
+  });
+}
+
 /// Takes back the values that the shader itself wrote, which say more than its parameters do; false
 /// when it cannot.
 bool Restore(Shader& shader, const Json& state, const BitmapNames& names) {
@@ -161,10 +171,13 @@ std::string MakeLink(MaterialChannel& channel, const BitmapNames& names) {
     channel.isLaterState = !Restore(*shader, channel.state, names);
     if (channel.isLaterState) {
       // What a reading that failed has left is nothing to go by.
+      link->Clear();
       if (!TakeGraph(*link, *description, false)) return "its shader cannot be had";
       shader = link->HeldShader();
     }
-    channel.isGraphStale = !(spelled(shader->Parameters()) == told);
+    // Of a shader that is not known here the graph says more than could be spelled anew.
+    channel.isGraphStale =
+        !HoldsUnknown(WrittenBy(*shader)) && !(spelled(shader->Parameters()) == told);
   }
   channel.linkedValues = WrittenBy(*shader);
   if (!channel.isLaterState) return {};

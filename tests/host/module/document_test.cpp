@@ -164,5 +164,19 @@ TEST_F(Documents, TakeTheParametersOfAShaderThatRefusesItsState) {
   EXPECT_EQ(ShaderOf(*scene).Parameters().GetInt(1002), 2);
 }
 
+// The state keeps its values, and the graph what it says of it.
+TEST_F(Documents, KeepAnInputWhoseShaderIsNotKnown) {
+  const auto scene = Load(R"({ "format": "sorvanix-scene", "version": 2, "materials": [
+      { "name": "M", "channels": { "colour": { "graph": { "shader": "Posterizer", "levels": 7,
+          "input": { "shader": "Swirl", "turns": 3 } }, "state": [
+      { "int": 20000830 }, { "int": 7 }, { "float": 0.25 },
+      { "link": { "shader": 4711, "values": [ { "int": 1 } ] } }, { "int": 0 }, { "bool": true },
+      { "bool": false }, { "bool": true }, { "bool": true }, { "int": 5 }, { "int": 0 } ] } } } ] })");
+  ASSERT_NE(scene, nullptr);
+  const std::string saved = Save(*scene);
+  EXPECT_THAT(saved, HasSubstr("\"turns\": 3"));
+  EXPECT_THAT(saved, HasSubstr("4711"));
+}
+
 }  // namespace
 }  // namespace sorvanix::host::test
