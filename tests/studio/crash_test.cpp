@@ -41,6 +41,7 @@ TEST_F(CrashTest, AKillWhileSavingLeavesTheFormerFileOrTheNewOne) {
   constexpr int kKills = 12;
   const auto file = Folder() / "scene.json";
   for (int i = 0; i < kKills; ++i) {
+    std::filesystem::remove(file);
     QProcess process;
     RunSelf(process, "--save-for-ever", file);
     ASSERT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(file); }, kPatience));

@@ -133,5 +133,10 @@ TEST_F(GraphEditTest, AChannelThatSaysNothingElseIsLeftOutWhileItIsOff) {
   EXPECT_EQ(At(off, kBump), At(material_, kBump));
 }
 
+TEST_F(GraphEditTest, AChannelInAFormOfLaterProgramsIsKept) {
+  const Json material = Parsed(R"({"name":"M","channels":{"alpha":"soft"}})");
+  EXPECT_EQ(OneLine(SwitchChannel(material, "alpha", false)), OneLine(material));
+}
+
 }  // namespace
 }  // namespace sorvanix::studio

@@ -66,5 +66,20 @@ TEST_F(SceneEditTest, NamesOfMeshesFollowToo) {
             std::string::npos);
 }
 
+TEST_F(SceneEditTest, ListsInAFormOfLaterProgramsAreKept) {
+  const Json scene = Parsed(R"({"materials":[{"name":"A"}],"objects":{"later":true}})");
+  EXPECT_EQ(OneLine(RenameMaterial(scene, 0, "B")),
+            R"({"materials":[{"name":"B"}],"objects":{"later":true}})");
+}
+
+TEST_F(SceneEditTest, NamesOfStoredBitmapsFollowToo) {
+  const Json material = Parsed(R"({"name":"M","channels":{"colour":{"state":[{"int":1},
+    {"link":{"bitmap":"b/x.png"}},
+    {"link":{"shader":5,"values":[{"link":{"bitmap":"y.png"}}]}}]}}})");
+  const std::string moved = OneLine(MoveMaterial(material, {Catalogue(), "/a", "/a/b"}));
+  EXPECT_NE(moved.find(R"({"bitmap":"x.png"})"), std::string::npos) << moved;
+  EXPECT_NE(moved.find(R"({"bitmap":"../y.png"})"), std::string::npos) << moved;
+}
+
 }  // namespace
 }  // namespace sorvanix::studio

@@ -167,8 +167,7 @@ TEST_F(StoredStateTest, OneOfALaterVersionStaysUntilSomebodyEdits) {
   });
   ASSERT_TRUE(looked);
   EXPECT_FALSE(*looked) << "confirming without a change keeps it";
-  EXPECT_EQ(seen, Shader("Hue").FindParameter("hueShift") != nullptr ? 0 : -1)
-      << "the dialog shows what the graph says";
+  EXPECT_EQ(seen, 0) << "the dialog shows what the graph says";
   const auto edited = Edit(stored_, colour_, Sets("Hue", "hueShift", 45));
   ASSERT_TRUE(edited && *edited);
   EXPECT_NE(OneLine((*edited)->state), OneLine(state));

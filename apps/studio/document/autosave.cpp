@@ -63,17 +63,17 @@ void Autosave::Schedule() {
   if (!timer_.isActive()) timer_.start();
 }
 
-void Autosave::Flush() {
+bool Autosave::Flush() {
   timer_.stop();
   if (!document_.IsModified()) {
     QFile::remove(file_);
-    return;
+    return true;
   }
   const Json::Object rescued = {{"file", Json(host::Utf8FromPath(document_.File()))},
                                 {"hash", Json(document_.DiskHash())},
                                 {"scene", document_.Scene()}};
   // A full disk must not disturb the work; saving tells about it.
-  [[maybe_unused]] const auto written = WriteFile(PathOf(file_), host::WriteJson(Json(rescued)));
+  return WriteFile(PathOf(file_), host::WriteJson(Json(rescued))).has_value();
 }
 
 std::vector<Rescued> Autosave::LeftBehind(const QString& folder) {

@@ -46,8 +46,8 @@ class Autosave : public QObject {
   /// What crashes left in the folder, the latest first.
   static std::vector<Rescued> LeftBehind(const QString& folder);
 
-  /// Writes at once what would be written soon.
-  void Flush();
+  /// Writes at once what would be written soon. False when that failed.
+  bool Flush();
   /// The file that holds the changes while there are any.
   const QString& File() const { return file_; }
 

@@ -223,7 +223,7 @@ void Commands::Embed(const GraphPlace& place) {
   if (name == nullptr || !IsMaterialFile(host::PathFromUtf8(*name))) return;
   auto embedded = ReadGraphFile(document_.Folder() / host::PathFromUtf8(*name));
   if (!embedded) return Q_EMIT Complained(QString::fromStdString(embedded.error()));
-  ChangeGraph(PlaceGraph(*material, place, std::move(*embedded)),
+  ChangeGraph(PlaceGraph(Ready(*material, place), place, std::move(*embedded)),
               tr("Embed %1").arg(Quoted(*name)));
 }
 

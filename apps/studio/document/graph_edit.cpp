@@ -184,9 +184,11 @@ ChangedMaterial MoveShader(Json material, const GraphPlace& from, const GraphPla
 
 Json SwitchChannel(Json material, const std::string& channel, bool on) {
   Json& switched = ChannelOf(material, channel);
+  const auto* members = std::get_if<Json::Object>(&switched.value);
+  if (members == nullptr) return material;  // of a form of later programs, which is kept
   RemoveMember(switched, kOn);
   if (on) return material;
-  if (std::get<Json::Object>(switched.value).empty()) {
+  if (members->empty()) {
     RemoveMember(*FindMember(material, kChannels), channel);
   } else {
     SetMember(switched, kOn, Json(false));

@@ -29,9 +29,16 @@ constexpr std::string_view kNewScene = R"({
 
 constexpr std::string_view kMaterials = "materials";
 
+// Null for none, and for what stands there in a form of later programs.
+Json::Array* ListMember(Json& json, std::string_view name) {
+  Json* const found = FindMember(json, name);
+  return found != nullptr ? std::get_if<Json::Array>(&found->value) : nullptr;
+}
+
 void ForEachObject(Json& holder, std::string_view list, const std::function<void(Json&)>& visit) {
-  if (holder.Find(list) == nullptr) return;
-  for (Json& object : MakeListMember(holder, list)) {
+  Json::Array* const objects = ListMember(holder, list);
+  if (objects == nullptr) return;
+  for (Json& object : *objects) {
     visit(object);
     ForEachObject(object, "children", visit);
   }
@@ -40,7 +47,7 @@ void ForEachObject(Json& holder, std::string_view list, const std::function<void
 // Calls `visit` with the textures of every object that has some.
 void ForEachTextures(Json& scene, const std::function<void(Json::Array&)>& visit) {
   ForEachObject(scene, "objects", [&visit](Json& object) {
-    if (object.Find("textures") != nullptr) visit(MakeListMember(object, "textures"));
+    if (Json::Array* const textures = ListMember(object, "textures")) visit(*textures);
   });
 }
 
@@ -75,10 +82,22 @@ class FileNames {
     if (members == nullptr) return;
     for (host::JsonMember& channel : *members) {
       if (Json* graph = FindMember(channel.value, "graph")) MoveInGraph(*graph);
+      if (Json* state = FindMember(channel.value, "state")) MoveInState(*state);
     }
   }
 
  private:
+  // What shaders stored, and those behind their links: a bitmap is {"bitmap": name}.
+  void MoveInState(Json& json) const {
+    if (auto* elements = std::get_if<Json::Array>(&json.value)) {
+      for (Json& element : *elements) MoveInState(element);
+    } else if (auto* members = std::get_if<Json::Object>(&json.value)) {
+      for (host::JsonMember& member : *members) {
+        member.name == "bitmap" ? Move(member.value) : MoveInState(member.value);
+      }
+    }
+  }
+
   const FolderChange& change_;
 };
 
@@ -183,8 +202,8 @@ const host::ShaderDescription* ShaderOf(const Json& graph, const host::ShaderCat
 
 Json MoveScene(Json scene, const FolderChange& change) {
   const FileNames names(change);
-  if (scene.Find(kMaterials) != nullptr) {
-    for (Json& material : MakeListMember(scene, kMaterials)) names.MoveInMaterial(material);
+  if (Json::Array* const materials = ListMember(scene, kMaterials)) {
+    for (Json& material : *materials) names.MoveInMaterial(material);
   }
   ForEachObject(scene, "objects", [&names](Json& object) {
     Json* file = FindMember(object, "file");

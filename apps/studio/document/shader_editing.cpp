@@ -30,6 +30,11 @@ std::size_t ChannelNumber(const std::string& channel) {
   return static_cast<std::size_t>(found - host::kChannelNames.begin());
 }
 
+// A scene of a later version may have others.
+bool IsKnown(const std::string& channel) {
+  return ChannelNumber(channel) < host::kChannelNames.size();
+}
+
 std::vector<host::StreamValue> StoredBy(const host::Shader& shader) {
   host::Stream stream;
   shader.Write(stream);
@@ -139,7 +144,7 @@ host::SceneReading ReadAlone(const Json& material, const Json& scene,
 tl::expected<std::optional<EditedGraph>, std::string> EditShader(const Json& material,
                                                                  const GraphPlace& place,
                                                                  const EditingPlace& with) {
-  if (FindShader(material, place, with.catalogue) == nullptr) {
+  if (!IsKnown(place.channel) || FindShader(material, place, with.catalogue) == nullptr) {
     return tl::unexpected(fmt::format("there is no shader at {}", Describe(place)));
   }
   const auto reading = ReadAlone(material, with.scene, with.file, with.catalogue);
@@ -172,7 +177,7 @@ Json WithStoredGraph(Json material, const std::string& channel, const Json& scen
                      const std::filesystem::path& file, const host::ShaderCatalogue& catalogue) {
   const GraphPlace whole = {.channel = channel, .inputs = {}};
   const Json* graph = FindGraph(material, whole);
-  if (graph == nullptr || !HasState(material, channel)) return material;
+  if (graph == nullptr || !IsKnown(channel) || !HasState(material, channel)) return material;
   const auto reading = ReadAlone(material, scene, file, catalogue);
   if (reading.scene == nullptr) return material;
   // What cannot be taken back is not taken back by a render either.

@@ -45,8 +45,7 @@ void OfferRecovery(Document& document, Autosave& autosave, const QString& folder
            QString::fromStdString(opened.error()));
       continue;
     }
-    autosave.Flush();
-    rescued.Forget();
+    if (autosave.Flush()) rescued.Forget();
     return;
   }
 }
