@@ -149,9 +149,9 @@ TEST_F(DialogManners, TheWheelChangesOnlyWhatHasTheFocus) {
                           User().Wheel(widget, widget.rect().center(), -120, {});
                         }
                       },
-                      pressEscape_});
-  const auto before = EditHeadless(kNoise, R"(["cancel"])");
-  EXPECT_EQ(edited.block, before.block);
+                      pressEnter_});
+  EXPECT_TRUE(edited.confirmed);
+  EXPECT_EQ(edited.block, EditHeadless(kNoise, R"(["ok"])").block);
 }
 
 TEST_F(DialogManners, WholeNumbersAreShownWithAllTheirDigits) {

@@ -1,8 +1,11 @@
 // The main window under keys, drops and closing.
+#include <gmock/gmock.h>
+
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QDockWidget>
+#include <QDoubleSpinBox>
 #include <QDropEvent>
 #include <QLabel>
 #include <QListWidget>
@@ -16,6 +19,7 @@
 #include <QToolButton>
 
 #include "apps/studio/program/script.h"
+#include "apps/studio/window/channel_bar.h"
 #include "apps/studio/window/drag_data.h"
 #include "apps/studio/window/export_dialog.h"
 #include "apps/studio/window/graph_tree.h"
@@ -127,6 +131,7 @@ TEST_F(WindowTest, AShaderIsDraggedToAnotherChannel) {
   DropOnChannel(kAlphaRow, DragOfPlace(colour_));
   EXPECT_EQ(ShaderAt(alpha_), "Tiles");
   EXPECT_EQ(ShaderAt(colour_), "nothing");
+  EXPECT_EQ(tree_->defaultDropAction(), Qt::MoveAction) << "what a mouse does without a key";
 }
 
 TEST_F(WindowTest, AShaderIsCopiedToAnotherChannel) {
@@ -222,6 +227,18 @@ TEST_F(WindowTest, ClosingAsksBeforeChangesAreLost) {
   EXPECT_TRUE(window_.isVisible());
   AnswerNextBox(QMessageBox::Discard);
   EXPECT_TRUE(window_.close());
+}
+
+TEST_F(WindowTest, WhatIsTypedIsSavedToo) {
+  workshop_.commands.PlaceShader(colour_, "Tiles");
+  const auto file = Folder() / "typed.json";
+  ASSERT_TRUE(workshop_.document.SaveAs(file));
+  auto* strength = window_.findChild<ChannelBar*>()->findChild<QDoubleSpinBox*>();
+  strength->setFocus();
+  strength->selectAll();
+  QTest::keyClicks(strength, "80");
+  ASSERT_TRUE(window_.Files().SaveFile());
+  EXPECT_THAT(ReadAll(file), testing::HasSubstr("0.8"));
 }
 
 TEST_F(WindowTest, ClosingWithoutChangesAsksNothing) { EXPECT_TRUE(window_.close()); }

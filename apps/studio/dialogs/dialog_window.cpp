@@ -1,6 +1,5 @@
 #include "apps/studio/dialogs/dialog_window.h"
 
-#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QKeyEvent>
 #include <QLineEdit>

@@ -110,6 +110,7 @@ class LinkView : public GadgetView {
     if (const auto error = host::FillLink(*link, content, sources_.catalogue, sources_.places())) {
       QMessageBox::warning(Widget()->window(), Widget()->window()->windowTitle(),
                            QString::fromStdString(error->message));
+      Shown().LinkChanged();  // the previews were stopped for it
       return;
     }
     Shown().LinkChanged();

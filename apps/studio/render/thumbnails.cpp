@@ -29,6 +29,7 @@ Thumbnails::Thumbnails() : painted_(kMostKept) {
 
 void Thumbnails::Ask(const QString& place, const SceneRequest& request, Turn turn) {
   const QString hash = HashOf(request);
+  const bool isIdle = waiting_.empty();
   const bool isFirst = !waiting_.empty() && waiting_.front().place == place;
   std::erase_if(waiting_, [&](const Asked& asked) { return asked.place == place; });
   if (const QImage* image = painted_.object(hash)) {
@@ -39,7 +40,7 @@ void Thumbnails::Ask(const QString& place, const SceneRequest& request, Turn tur
         [turn](const Asked& asked) { return turn == Turn::Next && asked.turn == Turn::Last; });
     waiting_.insert(patient, {place, hash, request, turn});
   }
-  if (isFirst || waiting_.size() == 1) Next();
+  if (isFirst || isIdle) Next();
 }
 
 void Thumbnails::Next() {

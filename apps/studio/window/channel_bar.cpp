@@ -83,7 +83,8 @@ void ChannelBar::ChooseColour() {
   const std::string channel = workshop_.selection.Place().channel;
   const Vector former = ColourOf(*workshop_.selection.MaterialJson(), channel);
   const QColor chosen = QColorDialog::getColor(Shown(former), this, tr("Colour of the Channel"));
-  if (!chosen.isValid()) return;
+  // The chooser knows 8 bits: a colour that nobody touched keeps all of its own.
+  if (!chosen.isValid() || chosen.rgb() == Shown(former).rgb()) return;
   workshop_.commands.SetColour(channel, {chosen.redF(), chosen.greenF(), chosen.blueF()});
 }
 

@@ -1,10 +1,10 @@
 // Strength and colour of the selected channel.
 #pragma once
 
-#include <QDoubleSpinBox>
 #include <QToolButton>
 #include <QWidget>
 
+#include "apps/studio/window/panel_parts.h"
 #include "apps/studio/window/workshop.h"
 
 namespace sorvanix::studio {
@@ -20,7 +20,7 @@ class ChannelBar : public QWidget {
   void ChooseColour();
 
   Workshop& workshop_;
-  QDoubleSpinBox strength_;
+  NumberBox strength_;
   QToolButton colour_;
 };
 

@@ -1,7 +1,9 @@
 #include "apps/studio/window/document_actions.h"
 
+#include <QApplication>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPointer>
 
 #include "apps/studio/document/recent_files.h"
 #include "apps/studio/window/drag_data.h"
@@ -16,6 +18,14 @@ namespace {
 
 QString TextOf(const fs::path& path) { return QString::fromStdString(host::Utf8FromPath(path)); }
 fs::path PathOf(const QString& text) { return host::PathFromUtf8(text.toStdString()); }
+
+// A number or a name that is being typed is part of the document too.
+void TakeWhatIsTyped() {
+  const QPointer<QWidget> field = QApplication::focusWidget();
+  if (field == nullptr) return;
+  field->clearFocus();
+  if (field != nullptr && field->isVisible()) field->setFocus();
+}
 
 }  // namespace
 
@@ -69,6 +79,7 @@ void DocumentActions::FillRecent() {
 }
 
 bool DocumentActions::MayLeave() {
+  TakeWhatIsTyped();
   if (!workshop_.document.IsModified()) return true;
   const auto answer = QMessageBox::warning(
       window_, tr("Unsaved Changes"),
@@ -110,6 +121,7 @@ void DocumentActions::TellWarnings() {
 }
 
 bool DocumentActions::SaveFile() {
+  TakeWhatIsTyped();
   const fs::path file = workshop_.document.File();
   if (file.empty()) return SaveFileAs();
   if (workshop_.document.IsChangedOnDisk()) {
@@ -124,6 +136,7 @@ bool DocumentActions::SaveFile() {
 }
 
 bool DocumentActions::SaveFileAs() {
+  TakeWhatIsTyped();
   QFileDialog dialog(window_, tr("Save As"), TextOf(workshop_.document.File()),
                      tr("Scenes (*.json);;Compact scenes (*.svx)"));
   dialog.setAcceptMode(QFileDialog::AcceptSave);

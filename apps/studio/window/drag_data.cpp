@@ -3,6 +3,7 @@
 #include <QUrl>
 
 #include "host/channels/material_file.h"
+#include "host/channels/nearest_name.h"
 #include "host/scene/document_file.h"
 #include "host/services/filenames.h"
 
@@ -66,9 +67,10 @@ std::optional<std::filesystem::path> DraggedFile(const QMimeData& data) {
 }
 
 bool IsSceneFile(const std::filesystem::path& file) {
-  const auto extension = file.extension();
-  if (extension == ".c4d" || extension == host::kBinaryExtension) return true;
-  if (extension != ".json") return false;  // do not read all of a picture or a mesh
+  const std::string extension = host::Utf8FromPath(file.extension());
+  const auto is = [&](std::string_view each) { return host::SameIgnoringCase(extension, each); };
+  if (is(".c4d") || is(host::kBinaryExtension)) return true;
+  if (!is(".json")) return false;  // do not read all of a picture or a mesh
   const auto text = host::ReadDocument(file);
   const auto json = text ? host::ParseJson(*text) : tl::unexpected(host::JsonError{});
   return json && json->Find("format") != nullptr;

@@ -113,10 +113,13 @@ void GraphActions::ChooseFile() {
   workshop_.commands.PlaceFile(workshop_.selection.Place(), host::PathFromUtf8(name.toStdString()));
 }
 
-// As text, which every editor takes, and material files hold.
+// As text, which every editor takes, and material files hold. Files are named as they can be found
+// from everywhere.
 void GraphActions::Copy() {
   if (const Json* graph = workshop_.selection.Graph()) {
-    QGuiApplication::clipboard()->setText(QString::fromStdString(host::WriteJson(*graph)));
+    const Json whole =
+        MoveGraph(*graph, {workshop_.engine.Catalogue(), workshop_.document.Folder(), {}});
+    QGuiApplication::clipboard()->setText(QString::fromStdString(host::WriteJson(whole)));
   }
 }
 

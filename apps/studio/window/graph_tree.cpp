@@ -42,6 +42,7 @@ GraphTree::GraphTree(Workshop& workshop, GraphActions& actions, QWidget* parent)
   setExpandsOnDoubleClick(false);
   setAccessibleName(tr("Channels"));
   setDragDropMode(QAbstractItemView::DragDrop);
+  setDefaultDropAction(Qt::MoveAction);
   setDropIndicatorShown(true);
   addActions(actions_.OfFocus());
   setContextMenuPolicy(Qt::CustomContextMenu);
@@ -63,6 +64,7 @@ GraphTree::GraphTree(Workshop& workshop, GraphActions& actions, QWidget* parent)
   connect(&workshop.selection, &Selection::MaterialSelected, this, &GraphTree::Fill);
   connect(&workshop.selection, &Selection::PlaceSelected, this, &GraphTree::SelectPlace);
   connect(&workshop.document, &Document::MaterialChanged, this, &GraphTree::Fill);
+  connect(&workshop.document, &Document::FileChanged, this, &GraphTree::Fill);  // names of files
   Fill();
 }
 
@@ -153,6 +155,9 @@ void GraphTree::dragMoveEvent(QDragMoveEvent* event) {
     event->ignore();
   }
 }
+
+// Not the tree widget's own, which moves rows by itself, whether or not the shader may go there.
+void GraphTree::dropEvent(QDropEvent* event) { QTreeView::dropEvent(event); }
 
 bool GraphTree::dropMimeData(QTreeWidgetItem* parent, int, const QMimeData* data,
                              Qt::DropAction action) {

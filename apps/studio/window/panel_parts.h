@@ -2,9 +2,11 @@
 #pragma once
 
 #include <QAction>
+#include <QDoubleSpinBox>
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QImage>
+#include <QKeyEvent>
 #include <QList>
 #include <QPixmap>
 #include <QToolButton>
@@ -13,6 +15,21 @@ namespace sorvanix::studio {
 
 inline constexpr int kPanelMargin = 6;
 inline constexpr int kPanelSpacing = 4;
+
+/// A field for a number that leaves undo to the document.
+class NumberBox : public QDoubleSpinBox {
+ protected:
+  bool event(QEvent* event) override {
+    if (event->type() == QEvent::ShortcutOverride) {
+      const auto* key = static_cast<QKeyEvent*>(event);
+      if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
+        event->ignore();
+        return true;
+      }
+    }
+    return QDoubleSpinBox::event(event);
+  }
+};
 
 /// A row of flat buttons for actions, to the left.
 inline QHBoxLayout* ButtonRow(const QList<QAction*>& actions) {

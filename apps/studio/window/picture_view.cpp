@@ -45,7 +45,9 @@ QSize PictureView::WantedPixels() const {
 
 void PictureView::Submit() {
   auto request = ask_(WantedPixels());
-  if (request && request->isDraft && worker_.IsBusy()) return;  // moving pictures wait their turn
+  // Moving pictures wait for each other, and for nothing else.
+  const bool moves = asked_ && asked_->isDraft;
+  if (request && request->isDraft && moves && worker_.IsBusy()) return;
   if (request == asked_) return;
   asked_ = request;
   if (!request) {
@@ -67,7 +69,7 @@ void PictureView::Take(const PaintedPass& pass) {
   update();
   if (!pass.isFinal) return;
   Q_EMIT Settled();
-  if (asked_ && asked_->isDraft) Refresh();
+  if (asked_ && asked_->isDraft && isVisible()) Refresh();
 }
 
 void PictureView::paintEvent(QPaintEvent*) {

@@ -15,7 +15,7 @@ struct ShelfItem {
   QString help;                ///< the tool tip
   QString shader;              ///< a shader's name; or empty
   std::filesystem::path file;  ///< else a material file
-  Json graph;  ///< what the thumbnail shows; null for a shader that shows nothing by itself
+  Json graph;                  ///< what the thumbnail shows
 };
 
 class Shelf : public QListWidget {

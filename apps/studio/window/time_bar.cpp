@@ -36,12 +36,19 @@ TimeBar::TimeBar(ViewState& view, QAction* play, QWidget* parent)
   layout->addWidget(&seconds_);
 
   connect(&slider_, &QSlider::valueChanged, this,
-          [this](int frame) { view_.SetTime(static_cast<float>(frame) / kFramesPerSecond); });
+          [this](int frame) { SetTime(static_cast<float>(frame) / kFramesPerSecond); });
   connect(&seconds_, &QDoubleSpinBox::valueChanged, this,
-          [this](double seconds) { view_.SetTime(static_cast<float>(seconds)); });
+          [this](double seconds) { SetTime(static_cast<float>(seconds)); });
   connect(&view_, &ViewState::Changed, this, &TimeBar::Follow);
   clock_.setInterval(1000 / kFramesPerSecond);
   connect(&clock_, &QTimer::timeout, this, &TimeBar::Step);
+}
+
+// Playing goes on from there.
+void TimeBar::SetTime(float seconds) {
+  startTime_ = seconds;
+  sinceStart_.start();
+  view_.SetTime(seconds);
 }
 
 void TimeBar::Follow() {

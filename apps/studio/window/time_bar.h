@@ -1,13 +1,13 @@
 // The time that the views show: a slider, a number, and a button that plays.
 #pragma once
 
-#include <QDoubleSpinBox>
 #include <QElapsedTimer>
 #include <QSlider>
 #include <QTimer>
 #include <QToolButton>
 #include <QWidget>
 
+#include "apps/studio/window/panel_parts.h"
 #include "apps/studio/window/workshop.h"
 
 namespace sorvanix::studio {
@@ -19,12 +19,13 @@ class TimeBar : public QWidget {
   TimeBar(ViewState& view, QAction* play, QWidget* parent = nullptr);
 
  private:
+  void SetTime(float seconds);
   void Follow();
   void Step();
 
   ViewState& view_;
   QSlider slider_;
-  QDoubleSpinBox seconds_;
+  NumberBox seconds_;
   QToolButton play_;
   QTimer clock_;
   QElapsedTimer sinceStart_;
