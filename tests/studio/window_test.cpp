@@ -233,6 +233,7 @@ TEST_F(WindowTest, WhatIsTypedIsSavedToo) {
   workshop_.commands.PlaceShader(colour_, "Tiles");
   const auto file = Folder() / "typed.json";
   ASSERT_TRUE(workshop_.document.SaveAs(file));
+  ASSERT_THAT(ReadAll(file), testing::Not(testing::HasSubstr("0.8")));
   auto* strength = window_.findChild<ChannelBar*>()->findChild<QDoubleSpinBox*>();
   strength->setFocus();
   strength->selectAll();
@@ -243,15 +244,20 @@ TEST_F(WindowTest, WhatIsTypedIsSavedToo) {
 
 TEST_F(WindowTest, ClosingWithoutChangesAsksNothing) { EXPECT_TRUE(window_.close()); }
 
-TEST_F(WindowTest, ABadFileIsToldInABox) {
-  WriteAll(Folder() / "bad.json", R"({"format":"sorvanix-scene","version":0})");
-  QString told;
+// What the next box tells, which is then accepted.
+void AcceptNextBox(QString& told) {
   QTimer::singleShot(0, [&told] {
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     ASSERT_NE(box, nullptr);
     told = box->informativeText();
     box->accept();
   });
+}
+
+TEST_F(WindowTest, ABadFileIsToldInABox) {
+  WriteAll(Folder() / "bad.json", R"({"format":"sorvanix-scene","version":0})");
+  QString told;
+  AcceptNextBox(told);
   const std::string before = workshop_.document.Text();
   EXPECT_FALSE(window_.Files().LoadScene(Folder() / "bad.json"));
   EXPECT_TRUE(told.contains("bad.json:1:38: /version: \"version\" must be 1"))
@@ -262,12 +268,7 @@ TEST_F(WindowTest, ABadFileIsToldInABox) {
 TEST_F(WindowTest, ABadMaterialFileIsToldInABoxWithItsPlace) {
   WriteAll(Folder() / "bad.json", R"({"shader":"2D Nose"})");
   QString told;
-  QTimer::singleShot(0, [&told] {
-    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    ASSERT_NE(box, nullptr);
-    told = box->informativeText();
-    box->accept();
-  });
+  AcceptNextBox(told);
   window_.Files().OpenFile(Folder() / "bad.json");
   EXPECT_TRUE(told.contains("bad.json:1:11: /shader")) << told.toStdString();
   EXPECT_EQ(workshop_.document.Materials().size(), 1U);
