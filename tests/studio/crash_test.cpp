@@ -75,30 +75,33 @@ TEST_F(CrashTest, AutosaveRecoversTheLastEdit) {
   EXPECT_TRUE(Autosave::LeftBehind(TextOf(Folder())).empty());
 }
 
+// A document that was changed and kept, and nobody saved.
+struct ChangedDocument {
+  explicit ChangedDocument(const QString& folder) : autosave(document, folder) {
+    commands.AddMaterial();
+    autosave.Flush();
+  }
+
+  Document document{SharedEngine()->Catalogue()};
+  Selection selection{document};
+  Commands commands{document, selection};
+  Autosave autosave;
+};
+
 TEST_F(CrashTest, ARunningStudioIsNotRescued) {
-  Document document(Catalogue());
-  Selection selection(document);
-  Commands commands(document, selection);
-  Autosave autosave(document, TextOf(Folder()));
-  commands.AddMaterial();
-  autosave.Flush();
-  ASSERT_TRUE(QFile::exists(autosave.File()));
+  const ChangedDocument changed(TextOf(Folder()));
+  ASSERT_TRUE(QFile::exists(changed.autosave.File()));
   EXPECT_TRUE(Autosave::LeftBehind(TextOf(Folder())).empty());
 }
 
 TEST_F(CrashTest, NothingIsLeftBehindByAGoodEndOrASave) {
   {
-    Document document(Catalogue());
-    Selection selection(document);
-    Commands commands(document, selection);
-    Autosave autosave(document, TextOf(Folder()));
-    commands.AddMaterial();
-    autosave.Flush();
-    ASSERT_TRUE(document.SaveAs(Folder() / "scene.json"));
-    autosave.Flush();
-    EXPECT_FALSE(QFile::exists(autosave.File()));
-    commands.AddMaterial();
-    autosave.Flush();
+    ChangedDocument changed(TextOf(Folder()));
+    ASSERT_TRUE(changed.document.SaveAs(Folder() / "scene.json"));
+    changed.autosave.Flush();
+    EXPECT_FALSE(QFile::exists(changed.autosave.File()));
+    changed.commands.AddMaterial();
+    changed.autosave.Flush();
   }
   EXPECT_EQ(QDir(TextOf(Folder())).entryList(QDir::Files), QStringList{"scene.json"});
 }
